@@ -1,0 +1,48 @@
+// Small services of the desktop and the operating system, and the bundle in which the programs hand all platform
+// parts to the logic.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/access.h"
+#include "platform/dao.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+
+namespace relvane {
+
+// What GetVersionExA would say: platform 1 is Windows 95 and its successors, 2 Windows NT.
+struct SystemVersion {
+    int platform = 1, major = 4, minor = 10;
+};
+
+class SystemServices {
+public:
+    virtual ~SystemServices() = default;
+
+    virtual SystemVersion version() = 0;
+    virtual bool previousInstance() = 0; // another program works with the same program folder
+    virtual DateTime now() = 0;
+    // SystemParametersInfoA(17, active, 0, 2): the screen saver on or off. Returns nonzero on success.
+    virtual std::int32_t setScreenSaverActive(bool active) = 0;
+    virtual void openScreenSaverSettings() = 0;
+    virtual void openHelp(const Text& path) = 0; // shows the manual at that path
+};
+
+// Everything the logic reaches outside itself. The programs fill it; tests fill it with fakes.
+struct Platform {
+    Dialogs* dialogs = nullptr;
+    Files* files = nullptr;
+    SystemServices* system = nullptr;
+
+    // DBEngine.Workspaces(0).OpenDatabase: the target, read-only; 3024, 3031, 3044, 3049, 3051, 3343.
+    std::function<std::shared_ptr<dao::Database>(const Text& path)> openTarget;
+    // The same call on a work database or on an analysis file, which is a copy of one.
+    std::function<std::shared_ptr<RowStore>(const Text& path)> openWorkStore;
+    // A new Access application for a target, and one that shows reports of a work database.
+    std::function<std::shared_ptr<access::Application>()> newTargetApplication;
+    std::function<std::shared_ptr<access::Application>()> newReportApplication;
+};
+
+} // namespace relvane
