@@ -1,0 +1,168 @@
+#include "system/linux_files.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <ctime>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/native_path.h"
+#include "platform/runtime_error.h"
+
+namespace relvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void fail(ErrorNumber number, const Text& path) {
+    throw RunTimeError(number, path);
+}
+
+// The run-time error that stands for an errno value.
+[[noreturn]] void failOfSystem(int error, const Text& path) {
+    switch (error) {
+    case ENOENT:
+    case ENOTDIR: {
+        std::error_code ignored;
+        const fs::path folder = fs::path(nativePath(path)).parent_path();
+        const bool folderThere = folder.empty() || fs::is_directory(folder, ignored);
+        fail(folderThere ? ErrorNumber::FileNotFound : ErrorNumber::PathNotFound, path);
+    }
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case EBUSY:
+    case EISDIR:
+        fail(ErrorNumber::PermissionDenied, path);
+    case ENOSPC:
+    case EDQUOT:
+        fail(ErrorNumber::DiskFull, path);
+    default:
+        fail(ErrorNumber::FileAccess, path);
+    }
+}
+
+struct stat statusOf(const Text& path) {
+    struct stat status {};
+    if (::stat(nativePath(path).c_str(), &status) != 0) {
+        failOfSystem(errno, path);
+    }
+    return status;
+}
+
+class Descriptor {
+public:
+    explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
+    ~Descriptor() {
+        if (descriptor_ >= 0) {
+            ::close(descriptor_);
+        }
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int get() const { return descriptor_; }
+
+private:
+    int descriptor_;
+};
+
+} // namespace
+
+bool LinuxFiles::exists(const Text& path) {
+    struct stat status {};
+    return ::stat(nativePath(path).c_str(), &status) == 0;
+}
+
+std::int64_t LinuxFiles::FileLen(const Text& path) {
+    return statusOf(path).st_size;
+}
+
+DateTime LinuxFiles::FileDateTime(const Text& path) {
+    const std::time_t changed = statusOf(path).st_mtime;
+    std::tm local{};
+    ::localtime_r(&changed, &local);
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
+}
+
+bool LinuxFiles::isReadOnly(const Text& path) {
+    // The permission bits and not access(), which allows everything to root.
+    return (statusOf(path).st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
+}
+
+Bytes LinuxFiles::read(const Text& path) {
+    const Descriptor file(::open(nativePath(path).c_str(), O_RDONLY | O_CLOEXEC));
+    if (file.get() < 0) {
+        failOfSystem(errno, path);
+    }
+    Bytes content;
+    std::uint8_t block[65536];
+    for (;;) {
+        const ssize_t count = ::read(file.get(), block, sizeof block);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count < 0) {
+            failOfSystem(errno, path);
+        }
+        if (count == 0) {
+            return content;
+        }
+        content.insert(content.end(), block, block + count);
+    }
+}
+
+void LinuxFiles::write(const Text& path, const Bytes& content) {
+    const std::string name = nativePath(path);
+    struct stat existing {};
+    const bool replaces = ::stat(name.c_str(), &existing) == 0;
+    if (replaces && !S_ISREG(existing.st_mode)) {
+        fail(ErrorNumber::PermissionDenied, path);
+    }
+    if (replaces && ::access(name.c_str(), W_OK) != 0) {
+        failOfSystem(errno, path);
+    }
+    std::string temporary = name + ".XXXXXX";
+    const Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
+    if (file.get() < 0) {
+        failOfSystem(errno, path);
+    }
+    const auto giveUp = [&](int error) {
+        ::unlink(temporary.c_str());
+        failOfSystem(error, path);
+    };
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    if (::fchmod(file.get(), replaces ? existing.st_mode & 07777 : 0666 & ~mask) != 0) {
+        giveUp(errno);
+    }
+    for (std::size_t written = 0; written < content.size();) {
+        const ssize_t count = ::write(file.get(), content.data() + written, content.size() - written);
+        if (count < 0 && errno != EINTR) {
+            giveUp(errno);
+        }
+        written += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    if (::fsync(file.get()) != 0 || ::rename(temporary.c_str(), name.c_str()) != 0) {
+        giveUp(errno);
+    }
+}
+
+Text LinuxFiles::currentFolder() {
+    std::error_code error;
+    const fs::path folder = fs::current_path(error);
+    if (error) {
+        fail(ErrorNumber::PathNotFound, u".");
+    }
+    return textOfNativePath(folder.string());
+}
+
+void LinuxFiles::changeFolder(const Text& path) {
+    if (::chdir(nativePath(path).c_str()) != 0) {
+        fail(ErrorNumber::PathNotFound, path);
+    }
+}
+
+} // namespace relvane

@@ -1,0 +1,21 @@
+// The file system of the machine, behind platform/files.h.
+#pragma once
+
+#include "platform/files.h"
+
+namespace relvane {
+
+class LinuxFiles final : public Files {
+public:
+    bool exists(const Text& path) override;
+    std::int64_t FileLen(const Text& path) override;
+    DateTime FileDateTime(const Text& path) override;
+    bool isReadOnly(const Text& path) override;
+    Bytes read(const Text& path) override;
+    // Through a temporary file beside it that takes its name when complete: a full disk leaves the old content.
+    void write(const Text& path, const Bytes& content) override;
+    Text currentFolder() override;
+    void changeFolder(const Text& path) override;
+};
+
+} // namespace relvane
