@@ -38,11 +38,8 @@ Text textOfNativePath(std::string_view bytes) {
     Text text;
     for (std::size_t at = 0; at < bytes.size();) {
         // One character at a time, so that a malformed byte can be told apart from a stored U+FFFD.
-        std::size_t length = 1;
-        while (at + length < bytes.size() && length < 4 &&
-               (static_cast<unsigned char>(bytes[at + length]) & 0xC0) == 0x80) {
-            ++length;
-        }
+        const auto lead = static_cast<unsigned char>(bytes[at]);
+        const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
         const std::string_view character = bytes.substr(at, length);
         const Text decoded = fromUtf8(character);
         if (toUtf8(decoded) == character) {
