@@ -1,0 +1,34 @@
+#!/bin/sh
+# Builds the program and makes the whole folder of paper of one Access database, or opens the window.
+#
+#   ./run.sh [TARGET.mdb]   documents TARGET (default: the sample made by the build) into out/
+#   ./run.sh --window       opens the desktop program
+#
+# Works on a fresh Debian 12: missing packages are installed, as root or through sudo.
+set -eu
+cd "$(dirname "$0")"
+. tools/packages.sh
+
+usage() { sed -n '2,7s/^# \{0,1\}//p' "$0"; }
+case "${1:-}" in
+    -h | --help) usage; exit 0 ;;
+esac
+if [ $# -gt 1 ]; then
+    usage >&2
+    exit 2
+fi
+
+# shellcheck disable=SC2086
+relvane_install $relvane_build_packages
+echo "Building (a few minutes the first time) ..."
+cmake --preset release >build-configure.log 2>&1 || { cat build-configure.log >&2; exit 1; }
+rm -f build-configure.log
+ninja -C build/release --quiet programs
+
+if [ "${1:-}" = --window ]; then
+    exec build/release/bin/relvane
+fi
+target=${1:-build/release/samples/juchu.mdb}
+build/release/bin/relvane-cli document "$target" --out out
+echo "The folder is in $(pwd)/out:"
+ls out
