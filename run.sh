@@ -6,10 +6,10 @@
 #
 # Works on a fresh Debian 12: missing packages are installed, as root or through sudo.
 set -eu
-cd "$(dirname "$0")"
-. tools/packages.sh
+here=$(cd "$(dirname "$0")" && pwd)
+. "$here/tools/packages.sh"
 
-usage() { sed -n '2,7s/^# \{0,1\}//p' "$0"; }
+usage() { sed -n '2,7s/^# \{0,1\}//p' "$here/run.sh"; }
 case "${1:-}" in
     -h | --help) usage; exit 0 ;;
 esac
@@ -17,6 +17,13 @@ if [ $# -gt 1 ]; then
     usage >&2
     exit 2
 fi
+
+# The target's path is the caller's; everything else lies in the project.
+case "${1:-}" in
+    "" | --window) target=$here/build/release/samples/juchu.mdb ;;
+    *) target=$(realpath -- "$1") ;;
+esac
+cd "$here"
 
 # shellcheck disable=SC2086
 relvane_install $relvane_build_packages
@@ -28,7 +35,6 @@ ninja -C build/release --quiet programs
 if [ "${1:-}" = --window ]; then
     exec build/release/bin/relvane
 fi
-target=${1:-build/release/samples/juchu.mdb}
 build/release/bin/relvane-cli document "$target" --out out
-echo "The folder is in $(pwd)/out:"
+echo "The folder is in $here/out:"
 ls out
