@@ -1,0 +1,102 @@
+// The state of the running program: one instance, alive as long as the program, read and written by everything.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+
+#include "core/frm_relvane.h"
+#include "platform/system_services.h"
+
+namespace relvane {
+
+struct AnalysisContext {
+    AnalysisContext(Platform& platform, FrmRelvane& frmRelvane)
+        : platform(platform), frmRelvane(frmRelvane) {}
+
+    Platform& platform;
+    FrmRelvane& frmRelvane;
+
+    // Places. ProgramFolder ends in a separator.
+    Text ProgramFolder;
+    Text WorkDbPath;
+    Text IniPath;
+
+    // The target, open twice: for Access's answers and for DAO's.
+    std::shared_ptr<access::Application> TargetApp;
+    std::shared_ptr<dao::Database> TargetDb;
+    std::shared_ptr<access::Application> CompareApp;
+    std::shared_ptr<dao::Database> CompareDb;
+    // Shows the reports of the work database.
+    std::shared_ptr<access::Application> ReportApp;
+
+    // The work database and its cursors, shared by all analyses in turn. Each replaces what the last one left.
+    std::shared_ptr<RowStore> WorkDb;
+    std::unique_ptr<Recordset> WorkRs1, WorkRs2, WorkRs3;
+    std::int16_t ObjectNo = 0;
+
+    // Loop variables of the walks. They point into TargetDb and are cleared when it is replaced.
+    dao::TableDef* CurTableDef = nullptr;
+    dao::QueryDef* CurQueryDef = nullptr;
+    dao::Container* CurContainer = nullptr;
+    dao::Document* CurDocument = nullptr;
+    Text CurrentKind;
+
+    std::int16_t AnalysisMode = 0; // one of the modes below
+
+    // Done flags: 0 not analysed since the selection, noSuchObject, or the option the tables were filled with.
+    std::int16_t DoneObject = 0, DoneTable = 0, DoneQuery = 0, DoneForm = 0, DoneReport = 0, DoneProc = 0,
+                 DoneModule = 0, DoneModStep = 0, DoneMacro = 0, DoneControl = 0, DoneFile = 0;
+    // The current option of each panel: index of the chosen button plus 1.
+    std::int16_t OptObject = 0, OptTable = 0, OptQuery = 0, OptForm = 0, OptReport = 0, OptProc = 0,
+                 OptModule = 0, OptModStep = 0, OptMacro = 0, OptControl = 0, OptFile = 0;
+    std::int16_t OptModPrint = 0; // 1 one column, 2 two columns
+    // 1 all objects of the kind, 2 the one chosen in the panel's list.
+    std::int16_t SelTable = 0, SelQuery = 0, SelForm = 0, SelReport = 0, SelMacro = 0;
+    std::int16_t SortProc = 0, SortModule = 0; // 1 the report in kana order
+    std::int16_t LinkExclude = 0;              // 2 linked tables are left out, 1 they are not
+
+    // Number of objects of each kind, counted at the selection.
+    std::int16_t TableCount = 0, QueryCount = 0, FormCount = 0, ReportCount = 0, ModuleCount = 0,
+                 MacroCount = 0;
+    std::int16_t LinkTableCount = 0;
+    bool HasAutoExec = false;
+
+    // Start-up properties of the target as found.
+    Text OldStartupForm;
+    bool OldStartupShowDBWindow = true, OldAllowFullMenus = true;
+    Text AppTitleText, StartupMenuBarText;
+    bool StartupStatusBarFlag = false, StartupShortcutFlag = false, StartupToolbarFlag = false;
+
+    // Basic information for the cover, and the wait of the screen capture.
+    Text CoverTitle, CoverCompany, CoverDepartment, CaptureSeconds;
+    std::int32_t CaptureMilliseconds = 0;
+    std::int16_t CaptureDesignView = 0;
+
+    // Print settings: 1 when the box is ticked.
+    std::int16_t PrintFileName = 0, PrintFullPath = 0, PrintFreeText = 0;
+    Text PrintChoice;
+
+    Text FileFilter, ChosenFile;
+    Text LastFolder; // a first letter "0" means none
+    std::array<Text, 4> RecentList;
+
+    std::int32_t ScreenSaverResult = 0;
+    int ExitArmed = 0; // result of the exit box
+
+    std::int16_t SienReady = 0; // 1 once the developer support is prepared
+};
+
+inline constexpr std::int16_t modeNone = 0, modeTarget = 1, modeSavedFile = 2;
+inline constexpr std::int16_t noSuchObject = 9;
+
+// A shared object that a step needs: error 91 when it is not there.
+template <class Pointer>
+auto& need(const Pointer& object) {
+    if (!object) {
+        throw RunTimeError(ErrorNumber::ObjectNotSet);
+    }
+    return *object;
+}
+
+} // namespace relvane

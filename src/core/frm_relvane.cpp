@@ -1,0 +1,30 @@
+#include "core/frm_relvane.h"
+
+namespace relvane {
+
+FrmRelvane::FrmRelvane() : Form("frmRelvane", Text(programTitle)) {
+    // Analyses and windows to come.
+    for (Control* later : std::initializer_list<Control*>{&Frame1, &Frame3, &framForm, &framReport, &Frame9,
+                                                          &Frame10, &Frame12, &framMacro, &framControl,
+                                                          &framETC, &m1b, &m1c, &s2, &m6, &m7, &m9, &m5}) {
+        later->Visible = false;
+    }
+    // Their use begins with a selection.
+    for (Frame* frame : {&framMacro, &framControl, &framETC}) {
+        frame->Enabled = false;
+    }
+    // A list is open only while "selected" is its scope.
+    for (ComboBox* list : {&cboTable, &cboQuery, &cboForm, &cboReport, &cboMacro}) {
+        list->Enabled = false;
+    }
+    linGuage.Visible = false;
+    for (MenuItem& entry : RecentFile) {
+        entry.Visible = false;
+    }
+}
+
+CommandButton& FrmRelvane::cmdHyousi(int index) {
+    return cmdHyousiButtons.at(static_cast<std::size_t>(index - 1));
+}
+
+} // namespace relvane

@@ -1,0 +1,32 @@
+// The growing line with its percentage and the message line beside it. Each window that runs long work has one.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/controls.h"
+
+namespace relvane {
+
+struct ProgressGauge {
+    Line& linGuage;
+    Label& lblPer;
+    Label& txtMesege;
+};
+
+// The right end of the line at 100 percent.
+inline constexpr int gaugeLength = 2400;
+
+// 0 to 100; a larger value widens the line further. Any value but 100 is shown at once: the end of the analysis
+// follows 100 directly.
+void SetGauge(ProgressGauge& gauge, std::int16_t percent);
+
+// Shows the line at 0, before work begins.
+void startGauge(ProgressGauge& gauge);
+
+// The line at 0 and hidden. The percentage is left as it stands.
+void hideGauge(ProgressGauge& gauge);
+
+// Puts a message into the message line and shows it at once.
+void showMessage(ProgressGauge& gauge, TextView message);
+
+} // namespace relvane
