@@ -56,6 +56,7 @@ public:
 
 private:
     void wire();
+    void endUnhandled(const RunTimeError& error);
 };
 
 } // namespace relvane

@@ -22,6 +22,7 @@ private:
     void Form_Load();
     void chkSetUp_Click();
     void cmdOK_Click();
+    void writeLine(const Text& line, TextView choice); // the row of T_RvTitle
     void take(TextView choice);
 
     AnalysisContext& context_;

@@ -1,0 +1,17 @@
+// The file dialogs with the filter of the context. The result is cut at its first NUL; empty when cancelled.
+#pragma once
+
+#include "core/analysis_context.h"
+
+namespace relvane {
+
+// `name`, NUL, `pattern`, NUL.
+Text fileFilter(TextView name, TextView pattern);
+
+// FileFilter takes `filter`, ChosenFile the result, which is also handed back.
+Text ShowOpenDialog(AnalysisContext& context, const Text& filter, const Text& initialFolder,
+                    const Text& title);
+Text ShowSaveDialog(AnalysisContext& context, const Text& filter, const Text& initialFolder,
+                    const Text& title);
+
+} // namespace relvane

@@ -1,0 +1,72 @@
+#include "core/text_functions.h"
+
+#include <algorithm>
+
+#include "platform/runtime_error.h"
+
+namespace relvane {
+namespace {
+
+void require(bool condition) {
+    if (!condition) {
+        throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+    }
+}
+
+std::size_t atMost(std::int64_t length, std::size_t size) {
+    return static_cast<std::size_t>(std::min<std::int64_t>(length, static_cast<std::int64_t>(size)));
+}
+
+} // namespace
+
+Text Left(TextView text, std::int64_t length) {
+    require(length >= 0);
+    return Text(text.substr(0, atMost(length, text.size())));
+}
+
+Text Right(TextView text, std::int64_t length) {
+    require(length >= 0);
+    return Text(text.substr(text.size() - atMost(length, text.size())));
+}
+
+Text Mid(TextView text, std::int64_t position, std::int64_t length) {
+    require(position >= 1 && length >= 0);
+    const TextView rest = text.substr(atMost(position - 1, text.size()));
+    return Text(rest.substr(0, atMost(length, rest.size())));
+}
+
+Text Mid(TextView text, std::int64_t position) {
+    return Mid(text, position, static_cast<std::int64_t>(text.size()));
+}
+
+Text LTrim(TextView text) {
+    const std::size_t first = text.find_first_not_of(u' ');
+    return first == TextView::npos ? Text() : Text(text.substr(first));
+}
+
+Text RTrim(TextView text) {
+    return Text(text.substr(0, text.find_last_not_of(u' ') + 1));
+}
+
+Text Trim(TextView text) {
+    return LTrim(RTrim(text));
+}
+
+Text UCase(TextView text) {
+    return upperCase(text);
+}
+
+std::int32_t InStr(std::int64_t start, TextView text, TextView wanted) {
+    require(start >= 1);
+    if (start > static_cast<std::int64_t>(text.size())) {
+        return 0;
+    }
+    const std::size_t found = text.find(wanted, static_cast<std::size_t>(start - 1));
+    return found == TextView::npos ? 0 : static_cast<std::int32_t>(found + 1);
+}
+
+std::int32_t InStr(TextView text, TextView wanted) {
+    return InStr(1, text, wanted);
+}
+
+} // namespace relvane

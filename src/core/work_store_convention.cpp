@@ -1,0 +1,63 @@
+#include "core/work_store_convention.h"
+
+namespace relvane {
+namespace {
+
+constexpr int messageMilliseconds = 5000;
+
+using Cursor = std::unique_ptr<Recordset> AnalysisContext::*;
+constexpr Cursor cursors[] = {&AnalysisContext::WorkRs1, &AnalysisContext::WorkRs2,
+                              &AnalysisContext::WorkRs3};
+
+bool isDone(const AnalysisSpec& spec) {
+    if (spec.isDone) {
+        return spec.isDone();
+    }
+    return spec.done != nullptr && *spec.done == spec.option;
+}
+
+} // namespace
+
+void announceReport(FrmRelvane& form) {
+    showMessage(form.gauge, u"印刷後、印刷ﾌﾟﾚﾋﾞｭｰを終了して下さい。");
+    form.Timer1.Interval = messageMilliseconds;
+}
+
+void fillTables(AnalysisContext& context, const AnalysisSpec& spec) {
+    FrmRelvane& form = context.frmRelvane;
+    context.WorkDb = context.platform.openWorkStore(context.WorkDbPath);
+    for (std::size_t i = 0; i < spec.tables.size(); ++i) {
+        context.*cursors[i] = context.WorkDb->OpenRecordset(spec.tables[i]);
+    }
+    form.Pointer = MousePointer::Hourglass;
+    form.Enabled = false;
+    startGauge(form.gauge);
+    for (const TextView table : spec.tables) {
+        context.WorkDb->Execute(u"delete * from " + Text(table) + u";");
+    }
+    showMessage(form.gauge, spec.workingMessage);
+    context.ObjectNo = 0;
+    spec.walk();
+    for (std::size_t i = 0; i < spec.tables.size(); ++i) {
+        need(context.*cursors[i]).Close();
+    }
+}
+
+void runAnalysis(AnalysisContext& context, const AnalysisSpec& spec) {
+    FrmRelvane& form = context.frmRelvane;
+    if (!isDone(spec)) {
+        fillTables(context, spec);
+    }
+    showMessage(form.gauge, u"終了しました");
+    SetGauge(form.gauge, 100);
+    form.Pointer = MousePointer::Normal;
+    form.Enabled = true;
+    spec.showReport();
+    if (spec.done != nullptr) {
+        *spec.done = spec.option;
+    }
+    spec.preview->Enabled = true;
+    announceReport(form);
+}
+
+} // namespace relvane

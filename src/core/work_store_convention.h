@@ -1,0 +1,43 @@
+// How every analysis that a panel's button starts fills its tables and shows its report. An analysis says what is its
+// own; the steps stand here alone.
+//
+//     runAnalysis(context, {.tables = {u"T_RvObject", u"T_DataBase"},
+//                           .workingMessage = u"データベース情報　取得中",
+//                           .walk = [&] { ... increment(context.ObjectNo); context.WorkRs1->AddNew(); ... },
+//                           .showReport = [&] { ShowReport(context, u"R_RvObjectAll", previewMode); },
+//                           .preview = &context.frmRelvane.cmdOPre,
+//                           .option = context.OptObject,
+//                           .done = &context.DoneObject});
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "core/analysis_context.h"
+
+namespace relvane {
+
+struct AnalysisSpec {
+    std::vector<TextView>
+        tables; // one to three, opened in this order as WorkRs1 to WorkRs3, emptied in this order
+    TextView workingMessage;
+    std::function<void()> walk;       // writes the rows; ObjectNo is 0 before it
+    std::function<void()> showReport; // opens the report for the present option
+    CommandButton* preview = nullptr; // opened after the run
+    std::int16_t option = 0;          // of this run
+    std::int16_t* done = nullptr; // the panel's done flag; nullptr for a panel that has none and always runs
+    // Whether the tables already hold what the panel asks for. Left out: the done flag equals the option.
+    std::function<bool()> isDone = {};
+};
+
+// Puts a message behind a finished run: print, then close the preview; both disappear after five seconds.
+void announceReport(FrmRelvane& form);
+
+// Opens the work database and the tables, empties them, walks, closes the cursors. A failure leaves the rows written
+// so far.
+void fillTables(AnalysisContext& context, const AnalysisSpec& spec);
+
+// The whole: fills the tables unless they hold the result already, shows the report, opens the preview button.
+void runAnalysis(AnalysisContext& context, const AnalysisSpec& spec);
+
+} // namespace relvane

@@ -1,0 +1,94 @@
+#include "desk/desk.h"
+
+#include <new>
+
+#include "core/basic_info.h"
+#include "core/panel_events.h"
+#include "core/program_end.h"
+#include "core/shut_down.h"
+#include "core/start_up.h"
+#include "core/target_selection.h"
+#include "objects/object_inventory.h"
+#include "output/cover_page.h"
+#include "output/report_show.h"
+
+namespace relvane {
+namespace {
+
+constexpr int outOfMemory = 7, internalError = 51;
+
+// Entries of the menu that show a window need a selected target.
+void showWithTarget(AnalysisContext& context, Form& form) {
+    if (context.frmRelvane.lblDBName.Caption.get().empty()) {
+        context.platform.dialogs->MsgBox(u"データベースを選択して下さい。", okOnly, Text(programTitle));
+    } else {
+        form.Show();
+    }
+}
+
+} // namespace
+
+Desk::Desk(Platform& platform, ProgramOptions options)
+    : platform_(platform), options_(std::move(options)), context(platform, frmRelvane), frmSetUp(context) {
+    wire();
+}
+
+void Desk::wire() {
+    wirePanelEvents(context);
+    wirePreviewButtons(context);
+
+    FrmRelvane& form = frmRelvane;
+    form.m1a.Click = [this] { m1a_Click(context); };
+    for (MenuItem& entry : form.RecentFile) {
+        entry.Click = [this, index = entry.index()] { RecentFile_Click(context, index); };
+    }
+    form.m1z.Click = form.QueryUnload = [this] { m1z_Click(context); };
+    form.m8.Click = [this] { showWithTarget(context, frmSetUp); };
+    form.m2.Click = [this] { platform_.system->openScreenSaverSettings(); };
+    form.m4.Click = [this] { platform_.system->openHelp(context.ProgramFolder + u"Relvane.hlp"); };
+
+    form.cmdObject.Click = [this] { cmdObject_Click(context); };
+    for (CommandButton& button : form.cmdHyousiButtons) {
+        button.Click = [this, index = button.index()] { cmdHyousi_Click(context, index); };
+    }
+    form.cmdSave.Click = [this] { cmdSave_Click(context); };
+}
+
+bool Desk::start(const Text& commandLine) {
+    return dispatch([&] {
+        Form_Load(
+            context,
+            {.appPath = options_.appPath, .commandLine = commandLine, .openSavedFile = [this](const Text&) {
+                 platform_.dialogs->MsgBox(u"保存ファイルの読込には、まだ対応していません。", okOnly,
+                                           Text(programTitle));
+             }});
+    });
+}
+
+bool Desk::dispatch(const std::function<void()>& event) {
+    if (ended_) {
+        return false;
+    }
+    try {
+        event();
+    } catch (const ProgramEnd&) {
+        ended_ = true;
+    } catch (const RunTimeError& error) {
+        endUnhandled(error);
+    } catch (const std::bad_alloc&) {
+        endUnhandled(RunTimeError(outOfMemory, u"メモリが不足しています。"));
+    } catch (const std::exception& error) {
+        endUnhandled(RunTimeError(internalError, u"内部エラー: " + fromUtf8(error.what())));
+    }
+    return !ended_;
+}
+
+void Desk::endUnhandled(const RunTimeError& error) {
+    ended_ = true;
+    failed_ = true;
+    platform_.dialogs->MsgBox(u"実行時エラー " + toText(static_cast<long long>(error.number())) + u"\r" +
+                                  error.description(),
+                              okOnly, Text(programTitle));
+}
+
+} // namespace relvane
