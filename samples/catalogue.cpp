@@ -1,0 +1,190 @@
+#include "sample_builder/catalogue.h"
+
+#include <limits>
+
+#include "sample_builder/property_blob.h"
+
+namespace relvane::samples {
+
+namespace {
+
+using namespace jet::catalogue;
+
+// What the catalogue adds to an object's flags for a link. The real values of Jet 3 are not known to us; these are
+// the ones that later versions write, taken over by inference.
+constexpr std::uint32_t linkToAccess = 0x200000, linkToIsam = 0xA00000, linkToOdbc = 0x100000,
+                        linkPasswordSaved = 0x20000, linkExclusive = 0x10000;
+
+class Builder {
+public:
+    explicit Builder(const DatabaseSpec& spec) : spec_(spec) {}
+
+    Catalogue build(const std::vector<std::pair<PageNumber, const TableSpec*>>& tables) {
+        systemRows();
+        for (const auto& [page, table] : tables) {
+            addTable(page, *table);
+        }
+        accessContainers();
+        for (const LinkSpec& link : spec_.links) {
+            addLink(link);
+        }
+        for (const QuerySpec& query : spec_.queries) {
+            addQuery(query);
+        }
+        for (const RelationSpec& relation : spec_.relations) {
+            add({.parentId = relationshipsId, .name = relation.name, .type = type(ObjectType::Relation)});
+        }
+        for (const ObjectSpec& object : spec_.otherObjects) {
+            add({.parentId = object.parentId,
+                 .name = object.name,
+                 .type = object.type,
+                 .flags = object.flags,
+                 .properties = propertyBlob(object.properties, {}, spec_.codePage)});
+        }
+        return std::move(catalogue_);
+    }
+
+private:
+    static constexpr int type(ObjectType objectType) { return static_cast<int>(objectType); }
+
+    // Adds a row with the spec's date where it has none, and with the next id where it has none.
+    std::int32_t add(CatalogueRow row, std::optional<DateTime> created = {},
+                     std::optional<DateTime> updated = {}) {
+        row.created = created.value_or(spec_.created);
+        row.updated = updated.value_or(row.created);
+        if (row.id == 0) {
+            row.id = nextId_++;
+        }
+        catalogue_.rows.push_back(std::move(row));
+        return catalogue_.rows.back().id;
+    }
+
+    void systemRows() {
+        constexpr std::int32_t databaseId = 0x10000000;
+        const auto container = [&](std::int32_t id, const char16_t* name) {
+            add({.id = id,
+                 .parentId = rootId,
+                 .name = name,
+                 .type = type(ObjectType::Container),
+                 .flags = systemFlag,
+                 .ownedByEngine = true});
+        };
+        container(tablesId, u"Tables");
+        container(databasesId, u"Databases");
+        container(relationshipsId, u"Relationships");
+        std::vector<PropertySpec> properties;
+        if (spec_.accessVersion) {
+            properties.push_back({u"AccessVersion", *spec_.accessVersion});
+            properties.push_back({u"Build", 0, 0, false});
+        }
+        properties.insert(properties.end(), spec_.properties.begin(), spec_.properties.end());
+        add({.id = databaseId,
+             .parentId = databasesId,
+             .name = u"MSysDb",
+             .type = type(ObjectType::Database),
+             .flags = systemFlag,
+             .properties = propertyBlob(properties, {}, spec_.codePage)});
+    }
+
+    void addTable(PageNumber page, const TableSpec& table) {
+        std::vector<NamedProperties> ofColumns;
+        for (const ColumnSpec& column : table.columns) {
+            if (!column.deleted) {
+                ofColumns.emplace_back(column.name, &column.properties);
+            }
+        }
+        add({.id = static_cast<std::int32_t>(page),
+             .parentId = tablesId,
+             .name = table.name,
+             .type = type(ObjectType::Table),
+             .flags = table.flags,
+             .ownedByEngine = (table.flags & systemFlag) != 0,
+             .properties = propertyBlob(table.properties, ofColumns, spec_.codePage)},
+            table.created, table.updated);
+    }
+
+    // What Access adds when it opens or makes a file: its containers, its documents, and the documents' rows.
+    void accessContainers() {
+        const bool hasDocuments =
+            !spec_.forms.empty() || !spec_.reports.empty() || !spec_.macros.empty() || !spec_.modules.empty();
+        if (!spec_.accessVersion && !hasDocuments) {
+            return;
+        }
+        databaseDocument(u"SummaryInfo", spec_.summary);
+        databaseDocument(u"UserDefined", spec_.userDefined);
+        databaseDocument(u"AccessLayout", {{u"KeepLocal", u"T", 0, false}});
+        container(u"Forms", ObjectType::Form, spec_.forms);
+        container(u"Reports", ObjectType::Report, spec_.reports);
+        container(u"Scripts", ObjectType::Macro, spec_.macros);
+        container(u"Modules", ObjectType::Module, spec_.modules);
+        const std::int32_t layouts = container(u"SysRel", ObjectType::UserLayout, {});
+        if (!spec_.relations.empty()) {
+            add({.parentId = layouts, .name = u"Admin", .type = type(ObjectType::UserLayout)});
+        }
+    }
+
+    void databaseDocument(const char16_t* name, const std::vector<PropertySpec>& properties) {
+        add({.parentId = databasesId,
+             .name = name,
+             .type = type(ObjectType::DatabaseDocument),
+             .properties = propertyBlob(properties, {}, spec_.codePage)});
+    }
+
+    std::int32_t container(const char16_t* name, ObjectType documentType,
+                           const std::vector<DocumentSpec>& documents) {
+        const std::int32_t id = add({.parentId = rootId, .name = name, .type = type(ObjectType::Container)});
+        for (const DocumentSpec& document : documents) {
+            add({.parentId = id,
+                 .name = document.name,
+                 .type = type(documentType),
+                 .flags = document.hidden ? hiddenFlag : 0,
+                 .properties = propertyBlob(document.properties, {}, spec_.codePage)},
+                document.created, document.updated);
+        }
+        return id;
+    }
+
+    void addLink(const LinkSpec& link) {
+        const std::uint32_t kind = link.kind == LinkKind::Odbc   ? linkToOdbc
+                                   : link.kind == LinkKind::Isam ? linkToIsam
+                                                                 : linkToAccess;
+        const auto given = [](const Text& text) { return text.empty() ? std::nullopt : std::optional(text); };
+        add({.parentId = tablesId,
+             .name = link.name,
+             .type = type(link.kind == LinkKind::Odbc ? ObjectType::OdbcLink : ObjectType::Link),
+             .flags = kind | (link.hidden ? hiddenFlag : 0) | (link.passwordSaved ? linkPasswordSaved : 0) |
+                      (link.exclusive ? linkExclusive : 0),
+             .database = given(link.database),
+             .connect = given(link.connect),
+             .foreignName = given(link.sourceTable),
+             .properties = propertyBlob(link.properties, {}, spec_.codePage)},
+            link.created, link.updated);
+    }
+
+    void addQuery(const QuerySpec& query) {
+        std::vector<NamedProperties> ofColumns;
+        for (const auto& [name, properties] : query.columnProperties) {
+            ofColumns.emplace_back(name, &properties);
+        }
+        const std::int32_t id = add({.parentId = tablesId,
+                                     .name = query.name,
+                                     .type = type(ObjectType::Query),
+                                     .flags = query.flags,
+                                     .properties = propertyBlob(query.properties, ofColumns, spec_.codePage)},
+                                    query.created, query.updated);
+        catalogue_.queries.emplace_back(id, &query);
+    }
+
+    const DatabaseSpec& spec_;
+    Catalogue catalogue_;
+    std::int32_t nextId_ = std::numeric_limits<std::int32_t>::min(); // 0x80000000 and up
+};
+
+} // namespace
+
+Catalogue buildCatalogue(const DatabaseSpec& spec,
+                         const std::vector<std::pair<PageNumber, const TableSpec*>>& tables) {
+    return Builder(spec).build(tables);
+}
+
+} // namespace relvane::samples

@@ -1,0 +1,28 @@
+// A value in the bytes that a column of some type stores.
+#pragma once
+
+#include <optional>
+
+#include "sample_builder/database_spec.h"
+
+namespace relvane::samples {
+
+// The number behind a value of a Single, Double, Date or Currency column: any number, or a date.
+double numberOf(const Value& value);
+Currency currencyOf(const Value& value);
+
+// Bytes of a text in the code page; std::invalid_argument when it has a character the page lacks.
+std::string encodeText(TextView text, int codePage);
+
+// Bytes of a value in the fixed form of numbers, dates and GUIDs; the text or the bytes of the other types (a text
+// column also takes bytes, which are stored as they stand). Boolean has none. Not for Null.
+// std::invalid_argument when value and type do not go together.
+Bytes storedBytes(const Value& value, const ColumnSpec& column, int codePage);
+
+// Bytes that a type takes in the row: 0 for Boolean, the head's for long values, the size for Text and Binary.
+std::size_t storedSize(const ColumnSpec& column);
+
+bool isLongValue(ColumnType type);
+bool hasFixedSize(ColumnType type); // numbers, dates, GUID, Boolean
+
+} // namespace relvane::samples

@@ -1,0 +1,37 @@
+// The tables that every database has before its own: Jet's four, and those that Access 97 adds, as TableSpecs. The rows
+// of Jet's come from the catalogue, which is the list of all objects.
+#pragma once
+
+#include "sample_builder/page_file.h"
+
+namespace relvane::samples {
+
+// A row of MSysObjects.
+struct CatalogueRow {
+    std::int32_t id = 0, parentId = 0;
+    Text name{};
+    int type = 0;
+    std::uint32_t flags = 0;
+    DateTime created{}, updated{};
+    bool ownedByEngine = false;
+    std::optional<Text> database{}, connect{}, foreignName{};
+    std::optional<Bytes> properties{};
+};
+
+TableSpec objectsTable(const std::vector<CatalogueRow>& catalogue);
+TableSpec permissionsTable(const std::vector<CatalogueRow>& catalogue);
+// `queries` with the ids that they have in the catalogue.
+TableSpec queriesTable(const std::vector<std::pair<std::int32_t, const QuerySpec*>>& queries);
+TableSpec relationshipsTable(const std::vector<RelationSpec>& relations);
+
+// What Access 97 (or 95, by `accessVersion`) makes for modules; empty.
+std::vector<TableSpec> accessTables(TextView accessVersion);
+
+// The tables of import and export specifications as Access 97 makes them, ready for rows. MSysIMEXSpecs: DateDelim,
+// DateFourDigitYear, DateLeadingZeros, DateOrder, DecimalPoint, FieldSeparator, FileType, SpecID, SpecName, SpecType,
+// StartRow, TextDelim, TimeDelim. MSysIMEXColumns: DataType, FieldName, IndexType, SkipColumn, SpecID, Start, Width,
+// and Attributes, which files of the first Access 97 lack.
+TableSpec importSpecsTable();
+TableSpec importColumnsTable(bool withAttributes = true);
+
+} // namespace relvane::samples
