@@ -11,18 +11,23 @@
 
 namespace relvane {
 
-// A cursor on a table or stored query. A new cursor stands on the first row, or at EOF when there is none.
+// A cursor on a table or stored query. A new cursor stands on the first row, or at EOF when there is none; the rows
+// are looked up when one is asked for the first time, and again after MoveFirst. A row asked for where there is none
+// is error 3021.
 //
-// Writing: AddNew, then Collect once for each field that has a value, then Update. A row begun and not updated
-// is dropped by the next AddNew or by Close. Field names are looked up without regard to case; an unknown one
-// is error 3265. An empty text is stored as such, except in a field that refuses it: error 3315 at Update.
+// Writing: AddNew, then Collect once for each field that has a value, then Update (without AddNew: error 3020). A row
+// begun and not updated is dropped by the next AddNew or by Close. Field names are looked up without regard to case;
+// an unknown one is error 3265. A value that the field's type does not take is error 13 or 6. An empty text is stored
+// as such, except in a field that refuses it: error 3315 at Update. A store or stored query that cannot be written
+// is error 3027.
 class Recordset {
 public:
     virtual ~Recordset() = default;
 
     virtual void AddNew() = 0;
     virtual void Collect(TextView field, const Value& value) = 0;
-    virtual void Update() = 0; // the row is in the file when this returns
+    virtual void
+    Update() = 0; // every cursor of this store sees the row; others after Close or RowStore::flush
 
     virtual bool EOF_() const = 0; // EOF is a macro of <cstdio>
     virtual void MoveFirst() = 0;
@@ -30,10 +35,12 @@ public:
 
     virtual int FieldCount() const = 0;
     virtual Text FieldName(int position) const = 0;
-    virtual Value Field(TextView name) const = 0; // of the current row; error 3265 for an unknown name
-    virtual Value Field(int position) const = 0;  // 0-based
+    // Of the row being written between AddNew and Update, else of the current row; 3265 for an unknown name.
+    virtual Value Field(TextView name) const = 0;
+    virtual Value Field(int position) const = 0; // 0-based
 
-    virtual void Close() = 0; // later calls other than Close are error 3420
+    // Puts what was written into the file, as RowStore::flush does. Later calls other than Close are error 3420.
+    virtual void Close() = 0;
 };
 
 // How OpenSorted orders texts.
@@ -46,6 +53,11 @@ struct SortKey {
 };
 
 // An open database as a store of rows. Closed when the last owner lets go.
+//
+// The rows of an analysis are written in one transaction, which ends when one of its cursors is closed, when the
+// store is flushed, copied or let go, or when the same file is opened again in this program. So whoever stops to
+// show something to a person while an analysis may be unfinished (an error box) flushes first: rows written before
+// a failure stay.
 class RowStore {
 public:
     virtual ~RowStore() = default;
@@ -60,8 +72,12 @@ public:
     virtual std::unique_ptr<Recordset> OpenSorted(TextView tableName, std::span<const SortKey> keys,
                                                   std::int64_t skip = 0) = 0;
 
-    // Runs "delete * from <table>;", spelled exactly so; any other statement is error 3075.
+    // Runs "delete * from <table>;", spelled exactly so but for the case of the table's name; any other statement is
+    // error 3075.
     virtual void Execute(TextView sql) = 0;
+
+    // Puts every row updated so far into the file. Nothing to do for a store that is only read.
+    virtual void flush() {}
 
     // Writes a consistent copy of the whole store to `path`, replacing a file there.
     virtual void copyTo(const Text& path) = 0;
