@@ -1,0 +1,306 @@
+#include "reports/bands.h"
+
+#include <algorithm>
+
+#include "platform/runtime_error.h"
+
+namespace relvane::reports {
+namespace {
+
+using style::cellPadX;
+using style::cellPadY;
+
+constexpr std::size_t uncutBlock = 24; // strips; a longer attribute block may be cut
+
+} // namespace
+
+Bands::Bands(const ReportDefinition& definition, Fonts& fonts, double width)
+    : definition_(definition), fonts_(fonts), width_(width) {
+    for (const Table& table : definition.tables) {
+        double fixed = 0, shares = 0;
+        for (const Column& column : table.columns) {
+            fixed += column.width * style::mm;
+            shares += column.width > 0 ? 0 : column.share;
+        }
+        if (fixed > width + 1 || (shares > 0 && (width - fixed) / shares < 8 * style::mm)) {
+            throw RunTimeError(ErrorNumber::DatabaseDamaged,
+                               definition.name + u": the columns are wider than the page");
+        }
+        std::vector<double> edges{0};
+        for (const Column& column : table.columns) {
+            edges.push_back(edges.back() + (column.width > 0 ? column.width * style::mm
+                                                             : (width - fixed) * column.share / shares));
+        }
+        edges_.push_back(std::move(edges));
+    }
+}
+
+Bands::Cell Bands::cell(const style::TextStyle& textStyle, const QString& text, double x, double width,
+                        Wrap how, Align align) {
+    Cell cell;
+    const bool source = how == Wrap::Source;
+    cell.font = source ? fonts_.number(style::Face::Fixed, style::source.points, textStyle.bold)
+                       : fonts_.number(textStyle);
+    cell.ink = textStyle.ink;
+    cell.x = x;
+    cell.width = width;
+    cell.align = align;
+    cell.mark = source;
+    // The wrap mark stands inside the cell, behind the text.
+    cell.lines = wrap(fonts_, cell.font, text, source ? width - 0.6 * fonts_.size(cell.font) : width, how);
+    return cell;
+}
+
+// One strip for each line of the tallest cell.
+Block Bands::block(const std::vector<Cell>& cells, double padTop, double padBottom) {
+    Block block;
+    std::size_t lines = 0;
+    double pitch = 0;
+    for (const Cell& cell : cells) {
+        lines = std::max(lines, cell.lines.size());
+        pitch = std::max(pitch, fonts_.pitch(cell.font));
+    }
+    block.strips.resize(lines);
+    for (std::size_t i = 0; i < lines; ++i) {
+        block.strips[i].height = pitch;
+    }
+    if (lines > 0) {
+        block.strips.front().height += padTop;
+        block.strips.back().height += padBottom;
+    }
+    for (const Cell& cell : cells) {
+        const int number = nextCell_++;
+        const double lower = (pitch - fonts_.pitch(cell.font)) / 2;
+        for (std::size_t i = 0; i < cell.lines.size(); ++i) {
+            const TextLine& line = cell.lines[i];
+            Strip& strip = block.strips[i];
+            const double top = (i == 0 ? padTop : 0) + lower;
+            if (!line.text.isEmpty()) {
+                Item item = textItem(fonts_, cell.font, cell.ink, 0, top, line.text, number);
+                item.box.moveLeft(
+                    alignedX(cell.align, cell.x + line.indent, cell.width - line.indent, item.box.width()));
+                strip.items.push_back(std::move(item));
+            }
+            if (cell.mark && line.wrapped) {
+                addWrapMark(strip.items, cell.x + cell.width, top, pitch);
+            }
+        }
+    }
+    return block;
+}
+
+Block Bands::bar(const Group& group, const Row& row, bool continued) {
+    if (group.style == BarStyle::None) {
+        return {};
+    }
+    const bool main = group.style == BarStyle::Bar;
+    const style::TextStyle plainStyle = main ? style::bar : style::table;
+    const style::TextStyle nameStyle = main ? style::barName : style::tableBold;
+    const QString number = textOf(group.number, row, definition_);
+    const QString kind = textOf(group.kind, row, definition_);
+    QString title = textOf(group.title, row, definition_);
+    if (continued) {
+        title += QString::fromUtf16(style::continued);
+    }
+    const double inset = group.style == BarStyle::Line ? 0 : 2 * cellPadX;
+    const double gap = 3 * style::mm;
+    const int plainFont = fonts_.number(plainStyle);
+
+    std::vector<Cell> cells;
+    double left = inset, right = width_ - inset;
+    if (!number.isEmpty()) {
+        const double needed = std::max(fonts_.width(plainFont, number) + 2, main ? 8 * style::mm : 0);
+        cells.push_back(cell(plainStyle, number, left, needed, Wrap::Words));
+        left += needed + gap / 2;
+    }
+    if (!kind.isEmpty()) {
+        const double needed = std::min(fonts_.width(plainFont, kind) + 2, (right - left) / 2);
+        cells.push_back(cell(plainStyle, kind, right - needed, needed, Wrap::Words, Align::Right));
+        right -= needed + gap;
+    }
+    cells.push_back(cell(nameStyle, title, left, right - left, Wrap::Words));
+
+    const double pad = main ? 1.3 * cellPadY : cellPadY;
+    Block result = block(cells, pad, pad);
+    result.kept = static_cast<int>(result.strips.size());
+    if (group.style != BarStyle::Line) {
+        for (Strip& strip : result.strips) {
+            strip.items.insert(strip.items.begin(), fillItem(0, 0, width_, strip.height,
+                                                             main ? style::barGround : style::subGround));
+        }
+    }
+    if (main) {
+        Strip& top = result.strips.front();
+        top.items.push_back(ruleItem(0, 0, width_, 0, style::medium, 0));
+    }
+    return result;
+}
+
+void Bands::addPair(Block& target, const std::vector<const Attribute*>& pair,
+                    const std::vector<QString>& texts, double labelWidth) {
+    const double half = width_ / 2;
+    std::vector<Cell> cells;
+    std::vector<double> edges{0};
+    for (std::size_t i = 0; i < pair.size(); ++i) {
+        const double left = i == 0 ? 0 : half;
+        const double right = pair[i]->wide || i == 1 ? width_ : half;
+        cells.push_back(cell(style::note, toQString(pair[i]->label), left + cellPadX,
+                             labelWidth - 2 * cellPadX, Wrap::Words));
+        cells.push_back(cell(style::table, texts[i], left + labelWidth + cellPadX,
+                             right - left - labelWidth - 2 * cellPadX, pair[i]->wrap));
+        edges.push_back(left + labelWidth);
+        edges.push_back(right);
+    }
+    Block lines = block(cells, cellPadY, cellPadY);
+    for (Strip& strip : lines.strips) {
+        std::vector<Item> grounds;
+        for (std::size_t i = 0; i < pair.size(); ++i) {
+            grounds.push_back(fillItem(i == 0 ? 0 : half, 0, labelWidth, strip.height, style::labelGround));
+        }
+        for (const double edge : edges) {
+            grounds.push_back(ruleItem(edge, 0, edge, strip.height, style::thin));
+        }
+        strip.items.insert(strip.items.begin(), grounds.begin(), grounds.end());
+    }
+    Strip& last = lines.strips.back();
+    last.items.push_back(ruleItem(0, last.height, edges.back(), last.height, style::thin));
+    target.append(std::move(lines));
+}
+
+Block Bands::attributes(const AttributeBlock& attributes, const Row& row) {
+    Block result;
+    std::vector<const Attribute*> pair;
+    std::vector<QString> texts;
+    const double labelWidth = std::min(attributes.labelWidth * style::mm, width_ / 4);
+    const auto flush = [&] {
+        if (!pair.empty()) {
+            addPair(result, pair, texts, labelWidth);
+            pair.clear();
+            texts.clear();
+        }
+    };
+    for (const Attribute& attribute : attributes.attributes) {
+        QString text = textOf(attribute.text, row, definition_);
+        if (attribute.omitEmpty && text.isEmpty()) {
+            continue;
+        }
+        if (attribute.wide) {
+            flush();
+        }
+        pair.push_back(&attribute);
+        texts.push_back(std::move(text));
+        if (attribute.wide || pair.size() == 2) {
+            flush();
+        }
+    }
+    flush();
+    result.ruled = true;
+    if (!result.empty()) {
+        Strip& top = result.strips.front();
+        top.items.push_back(ruleItem(0, 0, width_, 0, style::thin));
+        result.kept = result.strips.size() <= uncutBlock ? static_cast<int>(result.strips.size()) : 2;
+    }
+    return result;
+}
+
+Block Bands::head(const HeadBlock& head, const Row& row) {
+    Block result;
+    if (!head.caption.empty()) {
+        result = block({cell(style::barName, toQString(head.caption), 0, width_, Wrap::Words)}, 0, cellPadY);
+    }
+    Block body = attributes(head.block, row);
+    const int kept = static_cast<int>(result.strips.size()) + body.kept;
+    result.append(std::move(body));
+    if (!result.empty()) {
+        result.strips.push_back({style::groupGap / 2, {}});
+    }
+    result.kept = std::min(kept + 1, static_cast<int>(result.strips.size()));
+    result.ruled = true;
+    return result;
+}
+
+Block Bands::heading(std::size_t table) {
+    const std::vector<Column>& columns = definition_.tables[table].columns;
+    const std::vector<double>& edges = edges_[table];
+    std::vector<Cell> cells;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        cells.push_back(cell(style::note, toQString(columns[i].heading), edges[i] + cellPadX,
+                             edges[i + 1] - edges[i] - 2 * cellPadX, Wrap::Words, columns[i].align));
+    }
+    Block result = block(cells, cellPadY, cellPadY);
+    result.kept = static_cast<int>(result.strips.size());
+    for (Strip& strip : result.strips) {
+        strip.items.insert(strip.items.begin(),
+                           fillItem(0, 0, edges.back(), strip.height, style::headingGround));
+    }
+    if (!result.empty()) {
+        result.strips.front().items.push_back(ruleItem(0, 0, edges.back(), 0, style::thin));
+        Strip& last = result.strips.back();
+        last.items.push_back(ruleItem(0, last.height, edges.back(), last.height, style::medium));
+    }
+    return result;
+}
+
+Block Bands::row(std::size_t table, const Row& row, const Totals& totals) {
+    const Table& definition = definition_.tables[table];
+    const std::vector<double>& edges = edges_[table];
+    const bool open = definition.rules == Rules::None;
+    std::vector<Cell> cells;
+    cells.reserve(definition.columns.size());
+    for (std::size_t i = 0; i < definition.columns.size(); ++i) {
+        const Column& column = definition.columns[i];
+        const double padX = open ? cellPadX / 2 : cellPadX;
+        const double x = edges[i] + padX, width = edges[i + 1] - edges[i] - 2 * padX;
+        const style::TextStyle& textStyle = column.faint ? style::tableFaint : style::table;
+        QString text = textOf(column.text, row, definition_, &totals);
+        if (!column.grow) {
+            text = elide(fonts_, fonts_.number(textStyle), text, width);
+        }
+        cells.push_back(cell(textStyle, text, x, width, column.wrap, column.align));
+    }
+    const double pad = open ? 0 : cellPadY;
+    Block result = block(cells, pad, pad);
+    result.ruled = !open;
+    result.kept = result.strips.size() <= style::keptLines ? static_cast<int>(result.strips.size()) : 2;
+    if (!open && !result.empty()) {
+        Strip& last = result.strips.back();
+        last.items.push_back(ruleItem(0, last.height, edges.back(), last.height, style::thin));
+    }
+    return result;
+}
+
+Block Bands::note(const QString& text) {
+    Block result =
+        block({cell(style::table, text, cellPadX, width_ - 2 * cellPadX, Wrap::Words)}, cellPadY, cellPadY);
+    result.kept = static_cast<int>(result.strips.size());
+    return result;
+}
+
+Block Bands::counts(const std::vector<Count>& counts, const Totals& totals, bool ofReport) {
+    QString text;
+    for (const Count& count : counts) {
+        const double total = totals[static_cast<std::size_t>(count.counter)];
+        if (count.omitZero && total == 0) {
+            continue;
+        }
+        if (!text.isEmpty()) {
+            text += QChar(u'、');
+        }
+        const QString number = formatted(Value(total), Format::Count);
+        text += toQString(count.label) + u' ' + number + u' ' + toQString(count.unit);
+    }
+    if (text.isEmpty()) {
+        return {};
+    }
+    Block result = block({cell(ofReport ? style::tableBold : style::table, text, cellPadX,
+                               width_ - 2 * cellPadX, Wrap::Words, Align::Right)},
+                         (ofReport ? 2.2 : 1) * cellPadY, cellPadY);
+    result.kept = static_cast<int>(result.strips.size());
+    if (ofReport) {
+        const double top = cellPadY;
+        result.strips.front().items.push_back(ruleItem(0, top, width_, top, style::medium, 0));
+    }
+    return result;
+}
+
+} // namespace relvane::reports
