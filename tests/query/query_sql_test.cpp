@@ -85,13 +85,15 @@ TEST(QueryParameters, StandBeforeTheStatementWithTheirTypes) {
     const QueryBuilder query = select()
                                    .parameter(u"Beginning Date", 8)
                                    .parameter(u"Forms!Sales by Year Dialog!EndingDate", 8)
-                                   .parameter(u"名前", 10, 255)
+                                   .parameter(u"名前", 10, 40)
+                                   .parameter(u"住所", 10)
                                    .source(u"T")
                                    .column(u"T.A");
-    EXPECT_EQ(sql(query, SqlDialect::Jet4), "PARAMETERS [Beginning Date] DateTime, Forms![Sales by Year "
-                                            "Dialog]!EndingDate DateTime, 名前 Text ( 255 );"
-                                            "\r\nSELECT T.A\r\nFROM T;\r\n");
-    EXPECT_NE(sql(query, SqlDialect::Jet3).find("名前 Text;\r\n"), std::string::npos);
+    EXPECT_EQ(sql(query, SqlDialect::Jet4),
+              "PARAMETERS [Beginning Date] DateTime, Forms![Sales by Year "
+              "Dialog]!EndingDate DateTime, 名前 Text ( 40 ), 住所 Text ( 255 );"
+              "\r\nSELECT T.A\r\nFROM T;\r\n");
+    EXPECT_NE(sql(query, SqlDialect::Jet3).find("名前 Text, 住所 Text;\r\n"), std::string::npos);
 }
 
 TEST(QueryParameters, HaveAWordForEveryType) {

@@ -26,12 +26,14 @@ constexpr TypeWord typeWords[] = {
     {10, u"Text"},    {11, u"LongBinary"}, {12, u"LongText"},  {15, u"Guid"},
 };
 constexpr int textType = 10;
+constexpr std::int32_t usualTextSize = 255; // of a text parameter without a stored size
 
 Text parameterType(const QueryRow& row, SqlDialect dialect) {
     const auto* found = std::ranges::find(typeWords, flagOf(row), &TypeWord::type);
     Text word(found == std::end(typeWords) ? typeWords[0].word : found->word);
-    if (dialect == SqlDialect::Jet4 && flagOf(row) == textType && row.size.value_or(0) > 0) {
-        word += u" ( " + toText(*row.size) + u" )";
+    if (dialect == SqlDialect::Jet4 && flagOf(row) == textType) {
+        const std::int32_t size = row.size.value_or(0);
+        word += u" ( " + toText(size > 0 ? size : usualTextSize) + u" )";
     }
     return word;
 }
