@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 constexpr int applicationId = 0x52764462; // as in resources/schema
 constexpr int schemaVersion = 1;
-constexpr int busyMilliseconds = 5000;
+constexpr int busyMilliseconds = 2000;
 
 // The connections of this program, so that a new one sees what the others of the same file have written.
 class OpenConnections {
