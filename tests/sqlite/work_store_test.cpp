@@ -1,9 +1,7 @@
 // The operations of the work database.
-#include <atomic>
+#include <chrono>
 #include <fstream>
-#include <sys/stat.h>
 #include <thread>
-#include <unistd.h>
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -511,14 +509,14 @@ TEST_F(WorkStoreTest, ACopyHoldsWhatWasWrittenSoFarAndReplacesAFile) {
 
 TEST_F(WorkStoreTest, ACopyIsWholeWhileOthersReadAndWrite) {
     const auto otherStore = openWorkStore(file.text());
-    std::atomic<bool> ended = false;
-    std::thread writer([&] {
+    std::jthread writer([&](const std::stop_token& stop) {
         const auto rows = otherStore->OpenRecordset(u"T_RvComment");
-        while (!ended) { // pairs of rows, each pair at once
+        while (!stop.stop_requested()) { // pairs of rows, each pair at once
             addComment(*rows, 1, Text(2000, u'あ'));
             addComment(*rows, 2, Text(2000, u'い'));
             otherStore->flush();
             rows->MoveFirst();
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
         }
     });
     for (int i = 0; i < 20; ++i) {
@@ -526,8 +524,6 @@ TEST_F(WorkStoreTest, ACopyIsWholeWhileOthersReadAndWrite) {
         store->copyTo(fromUtf8(copy.string()));
         EXPECT_EQ(countIn(copy, u"T_RvComment") % 2, 0);
     }
-    ended = true;
-    writer.join();
 }
 
 TEST_F(WorkStoreTest, ACopyThatCannotBeMadeLeavesTheOldFile) {
