@@ -42,8 +42,9 @@ QueryParts::QueryParts(std::span<const QueryRow> rows) {
 
 std::span<const QueryRow* const> QueryParts::of(QueryPart part) const {
     const auto attribute = [](const QueryRow* row) { return row->attribute; };
-    const auto found = std::ranges::equal_range(rows_, static_cast<int>(part), {}, attribute);
-    return {found.begin(), found.end()};
+    const auto begin = std::ranges::lower_bound(rows_, static_cast<int>(part), {}, attribute);
+    const auto end = std::ranges::upper_bound(rows_, static_cast<int>(part), {}, attribute);
+    return {begin, end};
 }
 
 const QueryRow* QueryParts::first(QueryPart part) const {
