@@ -3,6 +3,9 @@
 // 2000 and, with the same pages, the ACE files of 2007 and later. docs/formats.md shows the records whole.
 #pragma once
 
+// The tables are easier to read in columns.
+// clang-format off
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -22,6 +25,7 @@ constexpr std::size_t sortOrder = 0x3A;    // u16: locale of the sort order (Jet
 constexpr std::size_t codePage = 0x3C;     // u16
 constexpr std::size_t databaseKey = 0x3E;  // u32: 0 when the pages are plain
 constexpr std::size_t password = 0x42;
+constexpr std::size_t jet4SortOrder = 0x6E; // u16 locale, then a version in the fourth byte (Jet 4)
 constexpr std::size_t creationDate = 0x72; // OLE date (Jet 4); also masks the password there
 
 // The key stream of the four key bytes C7 DA 39 6B.
@@ -53,7 +57,9 @@ constexpr std::uint16_t rowPlace = 0x1FFF, rowDeleted = 0x8000, rowMoved = 0x400
 
 enum class ColumnType : std::uint8_t {
     Boolean = 1, Byte = 2, Integer = 3, Long = 4, Currency = 5, Single = 6, Double = 7, Date = 8,
-    Binary = 9, Text = 10, Ole = 11, Memo = 12, Guid = 15, Numeric = 16, Complex = 18, BigInt = 19,
+    Binary = 9, Text = 10, Ole = 11, Memo = 12, Guid = 15, Numeric = 16,
+    LongBinary = 17, // as Binary, in tables of newer copies of Access
+    Complex = 18, BigInt = 19,
     ExtendedDate = 20,
 };
 
@@ -110,8 +116,9 @@ struct JetFormat {
     struct LogicalIndex {
         std::size_t number, realIndex, side, otherIndex, otherTable, cascadeUpdates, cascadeDeletes, type, size;
     } logicalIndex;
-    struct IndexPage {
-        std::size_t freeBytes, owner, previous, next, tail, prefixLength, mask, maskEnd, firstEntry;
+    struct IndexPage { // the level (0 leaf) stands in the byte behind the prefix length
+        std::size_t freeBytes, owner, previous, next, tail, prefixLength, prefixLengthSize, mask, maskEnd,
+            firstEntry;
     } indexPage;
     std::uint32_t propertyMagic; // the first four bytes of a property blob
 };
@@ -136,7 +143,7 @@ constexpr JetFormat jet3 = {
     .logicalIndex = {.number = 0, .realIndex = 4, .side = 8, .otherIndex = 9, .otherTable = 13,
                      .cascadeUpdates = 17, .cascadeDeletes = 18, .type = 19, .size = 20},
     .indexPage = {.freeBytes = 2, .owner = 4, .previous = 8, .next = 12, .tail = 16, .prefixLength = 20,
-                  .mask = 22, .maskEnd = 0xF8, .firstEntry = 0xF8},
+                  .prefixLengthSize = 1, .mask = 22, .maskEnd = 0xF8, .firstEntry = 0xF8},
     .propertyMagic = 0x00444B4B, // "KKD"
 };
 
@@ -157,7 +164,7 @@ constexpr JetFormat jet4 = {
     .logicalIndex = {.number = 4, .realIndex = 8, .side = 12, .otherIndex = 13, .otherTable = 17,
                      .cascadeUpdates = 21, .cascadeDeletes = 22, .type = 23, .size = 28},
     .indexPage = {.freeBytes = 2, .owner = 4, .previous = 12, .next = 16, .tail = 20, .prefixLength = 24,
-                  .mask = 27, .maskEnd = 0x1E0, .firstEntry = 0x1E0},
+                  .prefixLengthSize = 2, .mask = 27, .maskEnd = 0x1E0, .firstEntry = 0x1E0},
     .propertyMagic = 0x0032524D, // "MR2"
 };
 

@@ -1,0 +1,13 @@
+// The value of a column in a row.
+#pragma once
+
+#include "jet/row.h"
+#include "platform/value.h"
+
+namespace relvane::jet {
+
+// Null for a null column and for a date that is none. Long values are read whole. A column of a type that nobody
+// knows gives its bytes.
+Value columnValue(const PageFile& file, const Column& column, const Row& row);
+
+} // namespace relvane::jet

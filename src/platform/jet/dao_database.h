@@ -1,0 +1,66 @@
+// A database file as DAO answers for it: the realisation behind open_database.h.
+#pragma once
+
+#include <map>
+#include <optional>
+
+#include "jet/dao_query.h"
+#include "jet/dao_table.h"
+#include "jet/open_database.h"
+
+namespace relvane::jet {
+
+class Database : public dao::Database {
+public:
+    Database(std::shared_ptr<JetFile> file, Text name, bool updatable, LinkResolver resolver);
+
+    Text Name() const override { return name_; }
+    std::unique_ptr<Recordset> OpenRecordset(TextView tableName) override;
+    std::unique_ptr<Recordset> OpenSorted(TextView tableName, std::span<const SortKey> keys,
+                                          std::int64_t skip) override;
+    void Execute(TextView sql) override; // error 3027
+    void copyTo(const Text& path) override;
+
+    Text Version() const override;
+    int QueryTimeout() const override { return 60; }
+    bool Updatable() const override { return updatable_; }
+    const dao::Collection<dao::TableDef>& TableDefs() override { return tables_; }
+    const dao::Collection<dao::QueryDef>& QueryDefs() override { return queries_; }
+    const dao::Collection<dao::Container>& Containers() override { return containers_; }
+    const dao::Collection<dao::Relation>& Relations() override;
+    dao::Properties& Properties() override;
+
+    std::shared_ptr<const JetFile> file() const { return file_; }
+
+private:
+    // What the fields of queries are traced to.
+    class Sources : public QuerySources {
+    public:
+        explicit Sources(Database& database) : database_(database) {}
+        std::optional<std::vector<QueryField>> fieldsOfTable(TextView name) override;
+        std::optional<SavedQuery> query(TextView name) override;
+
+    private:
+        Database& database_;
+    };
+
+    TableDef::Source tableSource(TextView name) const; // error 3078
+    std::shared_ptr<const JetFile> openBackEnd(const Link& link);
+
+    std::shared_ptr<JetFile> file_;
+    Text name_;
+    bool updatable_;
+    LinkResolver resolver_;
+    Sources sources_{*this};
+    QueryFieldResolver fieldResolver_{sources_};
+    std::map<Text, std::shared_ptr<TableDef>, std::less<>> tablesByName_; // by capitals
+    std::map<Text, const CatalogueEntry*, std::less<>> queriesByName_;
+    std::map<std::string, std::shared_ptr<const JetFile>> backEnds_; // by path
+    dao::Collection<dao::TableDef> tables_;
+    dao::Collection<dao::QueryDef> queries_;
+    dao::Collection<dao::Container> containers_;
+    std::optional<dao::Collection<dao::Relation>> relations_;
+    std::optional<dao::Properties> properties_;
+};
+
+} // namespace relvane::jet

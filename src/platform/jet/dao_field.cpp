@@ -1,0 +1,177 @@
+#include "jet/dao_field.h"
+
+namespace relvane::jet {
+namespace {
+
+namespace fieldAttribute {
+constexpr std::int32_t fixed = 1, variable = 2, autoNumber = 16, system = 8192, hyperlink = 32768,
+                       descending = 1;
+}
+
+// DAO's code and the size it reports, by column type. Sizes that depend on the column are -1.
+struct TypeRow {
+    ColumnType type;
+    int dao;
+    std::int32_t size;
+};
+
+constexpr std::int32_t ownLength = -1;
+
+constexpr TypeRow types[] = {
+    {ColumnType::Boolean, 1, 1},        {ColumnType::Byte, 2, 1},
+    {ColumnType::Integer, 3, 2},        {ColumnType::Long, 4, 4},
+    {ColumnType::Currency, 5, 8},       {ColumnType::Single, 6, 4},
+    {ColumnType::Double, 7, 8},         {ColumnType::Date, 8, 8},
+    {ColumnType::Binary, 9, ownLength}, {ColumnType::Text, 10, ownLength},
+    {ColumnType::Ole, 11, 0},           {ColumnType::Memo, 12, 0},
+    {ColumnType::Guid, 15, 16},         {ColumnType::Numeric, 20, 16},
+    {ColumnType::Complex, 101, 4},      {ColumnType::BigInt, 16, 8},
+    {ColumnType::ExtendedDate, 26, 42}, {ColumnType::LongBinary, 9, ownLength},
+};
+
+const TypeRow* rowOf(ColumnType type) {
+    for (const TypeRow& row : types) {
+        if (row.type == type) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
+struct FieldFacts {
+    Text name, table;
+    int type = 0;
+    std::int32_t size = 0, attributes = 0, collatingOrder = 0;
+    int ordinal = 0;
+    bool required = false, allowZeroLength = false;
+    Text defaultValue, validationRule, validationText;
+};
+
+class TableField : public dao::Field {
+public:
+    TableField(FieldFacts facts, const std::vector<StoredProperty>* stored) : facts_(std::move(facts)) {
+        facts_.required = storedFlag(stored, u"Required", false);
+        facts_.allowZeroLength = storedFlag(stored, u"AllowZeroLength", false);
+        facts_.defaultValue = storedText(stored, u"DefaultValue");
+        facts_.validationRule = storedText(stored, u"ValidationRule");
+        facts_.validationText = storedText(stored, u"ValidationText");
+        properties_ = joinProperties(builtIns(), stored);
+    }
+
+    Text Name() const override { return facts_.name; }
+    int Type() const override { return facts_.type; }
+    std::int32_t Size() const override { return facts_.size; }
+    std::int32_t Attributes() const override { return facts_.attributes; }
+    bool AllowZeroLength() const override { return facts_.allowZeroLength; }
+    bool Required() const override { return facts_.required; }
+    Text DefaultValue() const override { return facts_.defaultValue; }
+    Text ValidationRule() const override { return facts_.validationRule; }
+    Text ValidationText() const override { return facts_.validationText; }
+    int OrdinalPosition() const override { return facts_.ordinal; }
+    Text SourceField() const override { return facts_.name; }
+    Text SourceTable() const override { return facts_.table; }
+    dao::Properties& Properties() override { return properties_; }
+
+private:
+    std::vector<dao::Property> builtIns() const {
+        return {
+            builtIn(u"Attributes", 4, std::int64_t{facts_.attributes}),
+            builtIn(u"CollatingOrder", 4, std::int64_t{facts_.collatingOrder}),
+            builtIn(u"Type", 3, std::int64_t{facts_.type}),
+            builtIn(u"Name", 10, facts_.name),
+            builtIn(u"OrdinalPosition", 3, std::int64_t{facts_.ordinal}),
+            builtIn(u"Size", 4, std::int64_t{facts_.size}),
+            builtIn(u"SourceField", 10, facts_.name),
+            builtIn(u"SourceTable", 10, facts_.table),
+            builtIn(u"ValidateOnSet", 1, false),
+            builtIn(u"DataUpdatable", 1, true),
+            builtIn(u"DefaultValue", 12, facts_.defaultValue),
+            builtIn(u"ValidationRule", 12, facts_.validationRule),
+            builtIn(u"ValidationText", 12, facts_.validationText),
+            builtIn(u"Required", 1, facts_.required),
+            builtIn(u"AllowZeroLength", 1, facts_.allowZeroLength),
+        };
+    }
+
+    FieldFacts facts_;
+    dao::Properties properties_;
+};
+
+class TableIndex : public dao::Index {
+public:
+    TableIndex(const TableDefinition& table, const LogicalIndex& index)
+        : name_(index.name), type_(index.type), flags_(table.realIndexes[index.realIndex].flags) {
+        std::vector<std::shared_ptr<dao::IndexField>> fields;
+        for (const RealIndex::Entry& entry : table.realIndexes[index.realIndex].entries) {
+            fields.push_back(std::make_shared<dao::IndexField>(
+                dao::IndexField{.FieldName = table.byNumber(entry.column)->name,
+                                .Attributes = entry.ascending ? 0 : fieldAttribute::descending}));
+        }
+        fields_ = dao::Collection<dao::IndexField>(std::move(fields));
+    }
+
+    Text Name() const override { return name_; }
+    bool Primary() const override { return type_ == IndexType::PrimaryKey; }
+    bool Foreign() const override { return type_ == IndexType::Foreign; }
+    bool Unique() const override { return (flags_ & realIndexFlag::unique) != 0; }
+    bool IgnoreNulls() const override { return (flags_ & realIndexFlag::ignoreNulls) != 0; }
+    bool Required() const override { return (flags_ & realIndexFlag::required) != 0; }
+    bool Clustered() const override { return false; }
+    const dao::Collection<dao::IndexField>& Fields() const override { return fields_; }
+
+private:
+    Text name_;
+    IndexType type_;
+    std::uint8_t flags_;
+    dao::Collection<dao::IndexField> fields_;
+};
+
+} // namespace
+
+int daoType(const Column& column) {
+    const TypeRow* row = rowOf(column.type);
+    return row == nullptr ? static_cast<int>(column.type) : row->dao;
+}
+
+std::int32_t daoSize(const Column& column, const JetFormat& format) {
+    const TypeRow* row = rowOf(column.type);
+    if (column.type == ColumnType::Text) {
+        return static_cast<std::int32_t>(column.length / format.textUnit);
+    }
+    return row == nullptr || row->size == ownLength ? column.length : row->size;
+}
+
+std::int32_t daoAttributes(const Column& column) {
+    std::int32_t attributes =
+        column.has(columnFlag::fixed) ? fieldAttribute::fixed : fieldAttribute::variable;
+    if (column.has(columnFlag::autoNumber)) { // not of GUIDs: their default value is what makes them
+        attributes |= fieldAttribute::autoNumber;
+    }
+    if (column.has(columnFlag::system)) {
+        attributes |= fieldAttribute::system;
+    }
+    if (column.type == ColumnType::Memo && column.has(columnFlag::hyperlink)) {
+        attributes |= fieldAttribute::hyperlink;
+    }
+    return attributes;
+}
+
+std::shared_ptr<dao::Field> makeTableField(const Column& column, const JetFormat& format, Text table,
+                                           const std::vector<StoredProperty>* stored,
+                                           std::int32_t collatingOrder) {
+    FieldFacts facts;
+    facts.name = column.name;
+    facts.table = std::move(table);
+    facts.type = daoType(column);
+    facts.size = daoSize(column, format);
+    facts.attributes = daoAttributes(column);
+    facts.collatingOrder = collatingOrder;
+    facts.ordinal = column.ordinal;
+    return std::make_shared<TableField>(std::move(facts), stored);
+}
+
+std::shared_ptr<dao::Index> makeIndex(const TableDefinition& table, const LogicalIndex& index) {
+    return index.isInternal() ? nullptr : std::make_shared<TableIndex>(table, index);
+}
+
+} // namespace relvane::jet

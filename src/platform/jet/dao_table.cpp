@@ -1,0 +1,115 @@
+#include "jet/dao_table.h"
+
+#include "jet/dao_field.h"
+#include "jet/dao_properties.h"
+
+namespace relvane::jet {
+namespace {
+
+constexpr std::int32_t hiddenObject = 8, attachExclusive = 0x10000, attachSavePassword = 0x20000,
+                       attachedOdbc = 0x20000000, attachedTable = 0x40000000;
+
+} // namespace
+
+std::int32_t TableDef::Attributes() const {
+    const std::int32_t kept = entry_.flags & (attachExclusive | attachSavePassword | hiddenObject);
+    switch (entry_.type) {
+    case ObjectType::Link:
+        return attachedTable | kept;
+    case ObjectType::OdbcLink:
+        return attachedOdbc | kept;
+    default:
+        return entry_.flags;
+    }
+}
+
+const Link& TableDef::link() const {
+    if (!link_) {
+        link_ = isLink() ? readLink(file_->catalogue(), entry_) : Link();
+    }
+    return *link_;
+}
+
+const PropertyBlob& TableDef::stored() const {
+    if (!stored_) {
+        stored_ = file_->catalogue().properties(entry_);
+    }
+    return *stored_;
+}
+
+TableDef::Source TableDef::source() const {
+    if (!isLink()) {
+        return {file_, &entry_, &file_->table(entry_)};
+    }
+    auto backEnd = openBackEnd_(link());
+    const CatalogueEntry* entry = backEnd->catalogue().find(ObjectType::Table, link().table);
+    if (entry == nullptr) {
+        throw RunTimeError(ErrorNumber::ObjectNotFoundInBackEnd, link().table);
+    }
+    const Table& table = backEnd->table(*entry);
+    return {std::move(backEnd), entry, &table};
+}
+
+// The count of the definition, which may be stale: DAO reports it so.
+std::int32_t TableDef::RecordCount() const {
+    return isLink() ? -1 : static_cast<std::int32_t>(file_->table(entry_).definition().rowCount);
+}
+
+const dao::Collection<dao::Field>& TableDef::Fields() {
+    if (!fields_) {
+        const Source from = source();
+        // What was stored about a link's fields here goes before what the back end stores about its own.
+        const PropertyBlob& own = stored();
+        const PropertyBlob theirs =
+            isLink() ? from.file->catalogue().properties(*from.entry) : PropertyBlob();
+        const FileHeader& header = from.file->header();
+        std::vector<std::shared_ptr<dao::Field>> fields;
+        for (const Column* column : from.table->definition().columnsInOrder()) {
+            const auto* properties = own.column(column->name);
+            fields.push_back(makeTableField(*column, *header.format, entry_.name,
+                                            properties != nullptr ? properties : theirs.column(column->name),
+                                            header.sortOrder));
+        }
+        fields_.emplace(std::move(fields));
+    }
+    return *fields_;
+}
+
+const dao::Collection<dao::Index>& TableDef::Indexes() {
+    if (!indexes_) {
+        const Source from = source();
+        std::vector<std::shared_ptr<dao::Index>> indexes;
+        for (const LogicalIndex& index : from.table->definition().logicalIndexes) {
+            if (auto shown = makeIndex(from.table->definition(), index)) {
+                indexes.push_back(std::move(shown));
+            }
+        }
+        indexes_.emplace(std::move(indexes));
+    }
+    return *indexes_;
+}
+
+dao::Properties& TableDef::Properties() {
+    if (!properties_) {
+        const auto* properties = &stored().ofObject;
+        std::int32_t count = -1;
+        skipErrors([&] { count = RecordCount(); }); // a damaged definition must not hide the description
+        properties_ = joinProperties(
+            {
+                builtIn(u"Name", 10, Name()),
+                builtIn(u"Updatable", 1, Updatable()),
+                builtIn(u"DateCreated", 8, DateCreated()),
+                builtIn(u"LastUpdated", 8, LastUpdated()),
+                builtIn(u"Connect", 12, Connect()),
+                builtIn(u"Attributes", 4, std::int64_t{Attributes()}),
+                builtIn(u"SourceTableName", 10, SourceTableName()),
+                builtIn(u"RecordCount", 4, std::int64_t{count}),
+                builtIn(u"ValidationRule", 12, storedText(properties, u"ValidationRule")),
+                builtIn(u"ValidationText", 12, storedText(properties, u"ValidationText")),
+            },
+            properties);
+    }
+    return *properties_;
+}
+
+} // namespace relvane::jet

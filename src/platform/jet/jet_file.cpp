@@ -1,0 +1,118 @@
+#include "jet/jet_file.h"
+
+#include <algorithm>
+
+#include "platform/native_path.h"
+
+namespace relvane::jet {
+namespace {
+
+QueryRow readQueryRow(const NamedRow& row) {
+    QueryRow query;
+    query.attribute = row.number(u"Attribute").value_or(0);
+    query.order = row.bytes(u"Order");
+    query.name1 = row.text(u"Name1");
+    query.name2 = row.text(u"Name2");
+    query.expression = row.text(u"Expression");
+    query.flag = row.number(u"Flag");
+    query.size = row.number(u"LvExtra");
+    return query;
+}
+
+RelationRow readRelationRow(const NamedRow& row) {
+    RelationRow relation;
+    relation.name = row.text(u"szRelationship").value_or(Text());
+    relation.table = row.text(u"szReferencedObject").value_or(Text());
+    relation.field = row.text(u"szReferencedColumn").value_or(Text());
+    relation.foreignTable = row.text(u"szObject").value_or(Text());
+    relation.foreignField = row.text(u"szColumn").value_or(Text());
+    relation.position = row.number(u"icolumn").value_or(0);
+    relation.attributes = row.number(u"grbit").value_or(0);
+    return relation;
+}
+
+} // namespace
+
+JetFile::JetFile(std::unique_ptr<ByteSource> source, TextView password) : pages_(std::move(source)) {
+    if (header().isBeforeJet3) {
+        throw RunTimeError(ErrorNumber::UnrecognizedFormat, u"Access 2.0 以前");
+    }
+    if (header().encryptedByAce || header().password != password) {
+        throw RunTimeError(ErrorNumber::WrongPassword);
+    }
+    catalogue_ = std::make_unique<Catalogue>(pages_);
+}
+
+std::shared_ptr<JetFile> openJetFile(const std::string& path, TextView password) {
+    try {
+        return std::make_shared<JetFile>(openByteFile(path), password);
+    } catch (const RunTimeError& error) {
+        for (const ErrorNumber number :
+             {ErrorNumber::UnrecognizedFormat, ErrorNumber::WrongPassword, ErrorNumber::DecryptionFailed}) {
+            if (error.is(number)) {
+                throw RunTimeError(number, textOfNativePath(path));
+            }
+        }
+        throw;
+    }
+}
+
+const Table& JetFile::tableAt(std::uint32_t page) const {
+    auto& table = tables_[page];
+    if (!table) {
+        table = std::make_unique<Table>(pages_, page);
+    }
+    return *table;
+}
+
+const Table& JetFile::table(const CatalogueEntry& entry) const {
+    return entry.definitionPage() == objectsPage ? catalogue_->table() : tableAt(entry.definitionPage());
+}
+
+const Table* JetFile::findTable(TextView name) const {
+    const CatalogueEntry* entry = catalogue_->find(ObjectType::Table, name);
+    return entry == nullptr ? nullptr : &table(*entry);
+}
+
+void JetFile::readQueries() const {
+    std::unordered_map<std::int32_t, std::vector<QueryRow>> queries;
+    const Table& table = tableAt(queriesPage);
+    RowCursor cursor(table);
+    while (const auto pointer = cursor.next()) {
+        const NamedRow row(table, *pointer);
+        if (const auto object = row.number(u"ObjectId")) {
+            queries[*object].push_back(readQueryRow(row));
+        }
+    }
+    for (auto& [object, rows] : queries) {
+        std::ranges::stable_sort(rows, [](const QueryRow& left, const QueryRow& right) {
+            return left.attribute != right.attribute ? left.attribute < right.attribute
+                                                     : left.order < right.order;
+        });
+    }
+    queries_ = std::move(queries);
+}
+
+const std::vector<QueryRow>& JetFile::queryRows(const CatalogueEntry& query) const {
+    static const std::vector<QueryRow> none;
+    if (!queries_) {
+        readQueries();
+    }
+    const auto found = queries_->find(query.id);
+    return found == queries_->end() ? none : found->second;
+}
+
+const std::vector<RelationRow>& JetFile::relations() const {
+    if (!relations_) {
+        std::vector<RelationRow> relations;
+        const Table& table = tableAt(relationshipsPage);
+        RowCursor cursor(table);
+        while (const auto pointer = cursor.next()) {
+            relations.push_back(readRelationRow(NamedRow(table, *pointer)));
+        }
+        relations_ = std::move(relations);
+    }
+    return *relations_;
+}
+
+} // namespace relvane::jet
