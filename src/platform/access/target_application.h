@@ -1,0 +1,20 @@
+// Access opened on a target: the application whose current database is the file under analysis.
+#pragma once
+
+#include <memory>
+
+#include "platform/access.h"
+
+namespace relvane::access {
+
+// A new instance without a database.
+//
+// OpenCurrentDatabase refuses a file that an Access before 97 has written (7866), whatever DAO says to it, and
+// a second database beside an open one (7867); else it opens what openDatabase opens, with the errors of that.
+// Files of Access 2000 and later open too. CloseCurrentDatabase without a database is 2467.
+//
+// Designs are not read yet, so DoCmd.OpenReport answers 2103: with the sentence for a report that does not exist,
+// or with one that says that designs cannot be read. That number lies outside the range that ends the program.
+std::shared_ptr<Application> newTargetApplication();
+
+} // namespace relvane::access
