@@ -99,4 +99,12 @@ auto& need(const Pointer& object) {
     return *object;
 }
 
+// Puts the rows written so far into the file: before anything is shown to a person while an analysis may be unfinished,
+// and before somebody else reads them. What cannot be written is found out by the next step that writes.
+inline void flushWorkStore(AnalysisContext& context) {
+    if (context.WorkDb) {
+        skipErrors([&] { context.WorkDb->flush(); });
+    }
+}
+
 } // namespace relvane

@@ -132,6 +132,7 @@ const ErrorPlace preparation{u"初期処理", ofExports, shortMail};
 
 void showErrorBox(AnalysisContext& context, const ErrorPlace& place, const ErrorBox& box,
                   const RunTimeError& error) {
+    flushWorkStore(context);
     context.platform.dialogs->MsgBox(textOf(box, place, error), okOnly, Text(programTitle));
 }
 

@@ -41,6 +41,7 @@ void openTarget(AnalysisContext& context, const Text& path) {
     context.WorkDb = context.platform.openWorkStore(context.WorkDbPath);
     context.WorkRs1 = context.WorkDb->OpenRecordset(u"T_RvTitle");
     context.WorkDb->Execute(u"delete * from T_RvTitle;");
+    context.WorkDb->flush();
 }
 
 // Reads a switch that is normally on, and turns it on when it is off. A target without it leaves `old` as it is.

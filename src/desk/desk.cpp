@@ -86,6 +86,7 @@ bool Desk::dispatch(const std::function<void()>& event) {
 void Desk::endUnhandled(const RunTimeError& error) {
     ended_ = true;
     failed_ = true;
+    flushWorkStore(context);
     platform_.dialogs->MsgBox(u"実行時エラー " + toText(static_cast<long long>(error.number())) + u"\r" +
                                   error.description(),
                               okOnly, Text(programTitle));

@@ -48,6 +48,7 @@ constexpr Choice choices[] = {
 // clang-format on
 
 void openReport(AnalysisContext& context, const Text& reportName, std::int16_t mode) {
+    flushWorkStore(context);
     context.ReportApp.reset();
     context.ReportApp = context.platform.newReportApplication();
     access::Application& application = *context.ReportApp;

@@ -1,0 +1,154 @@
+// A target in memory, built by a test object by object.
+#pragma once
+
+#include <utility>
+
+#include "platform/dao.h"
+
+namespace relvane::test {
+
+inline dao::Properties properties(std::vector<std::pair<Text, Value>> values) {
+    std::vector<dao::Property> all;
+    for (auto& [name, value] : values) {
+        dao::Property property;
+        property.Name = std::move(name);
+        property.value = std::move(value);
+        all.push_back(std::move(property));
+    }
+    return dao::Properties(std::move(all));
+}
+
+class FakeTableDef : public dao::TableDef {
+public:
+    explicit FakeTableDef(Text name, Text connect = {})
+        : name(std::move(name)), connect(std::move(connect)) {}
+    Text name, connect;
+    Value created = DateTime{1997, 1, 2, 3, 4, 5}, updated = DateTime{1998, 2, 3, 4, 5, 6};
+    dao::Properties stored;
+    dao::Collection<dao::Field> fields;
+    dao::Collection<dao::Index> indexes;
+
+    Text Name() const override { return name; }
+    Value DateCreated() const override { return created; }
+    Value LastUpdated() const override { return updated; }
+    std::int32_t Attributes() const override { return 0; }
+    Text Connect() const override { return connect; }
+    Text SourceTableName() const override { return {}; }
+    std::int32_t RecordCount() const override { return connect.empty() ? 0 : -1; }
+    bool Updatable() const override { return true; }
+    const dao::Collection<dao::Field>& Fields() override { return fields; }
+    const dao::Collection<dao::Index>& Indexes() override { return indexes; }
+    dao::Properties& Properties() override { return stored; }
+};
+
+class FakeQueryDef : public dao::QueryDef {
+public:
+    FakeQueryDef(Text name, int type) : name(std::move(name)), type(type) {}
+    Text name;
+    int type;
+    Value created = DateTime{1997, 1, 2, 3, 4, 5}, updated = DateTime{1998, 2, 3, 4, 5, 6};
+    dao::Properties stored;
+    dao::Collection<dao::Field> fields;
+
+    Text Name() const override { return name; }
+    int Type() const override { return type; }
+    Value DateCreated() const override { return created; }
+    Value LastUpdated() const override { return updated; }
+    Text SQL() override { return u"SELECT 1;"; }
+    Text Connect() override { return {}; }
+    int ODBCTimeout() const override { return 60; }
+    std::int32_t MaxRecords() const override { return 0; }
+    bool ReturnsRecords() const override { return true; }
+    bool Updatable() const override { return true; }
+    std::int32_t RecordsAffected() const override { return 0; }
+    const dao::Collection<dao::Field>& Fields() override { return fields; }
+    dao::Properties& Properties() override { return stored; }
+};
+
+class FakeDocument : public dao::Document {
+public:
+    explicit FakeDocument(Text name) : name(std::move(name)) {}
+    Text name;
+    Value created = DateTime{1997, 1, 2, 3, 4, 5}, updated = DateTime{1998, 2, 3, 4, 5, 6};
+    dao::Properties stored;
+
+    Text Name() const override { return name; }
+    Value DateCreated() const override { return created; }
+    Value LastUpdated() const override { return updated; }
+    dao::Properties& Properties() override { return stored; }
+};
+
+class FakeContainer : public dao::Container {
+public:
+    explicit FakeContainer(Text name) : name(std::move(name)) {}
+    Text name;
+    std::vector<std::shared_ptr<dao::Document>> documents;
+    dao::Collection<dao::Document> collection;
+
+    Text Name() const override { return name; }
+    const dao::Collection<dao::Document>& Documents() override { return collection; }
+};
+
+// Every collection is complete when the last `add` has returned.
+class FakeDatabase : public dao::Database {
+public:
+    FakeDatabase() {
+        std::vector<std::shared_ptr<dao::Container>> all;
+        for (const TextView name : {u"Databases", u"Forms", u"Modules", u"Reports", u"Scripts", u"Tables"}) {
+            all.push_back(std::make_shared<FakeContainer>(Text(name)));
+        }
+        containers = dao::Collection<dao::Container>(std::move(all));
+    }
+
+    FakeTableDef& addTable(const Text& name, const Text& connect = {}) {
+        return add<FakeTableDef>(tables_, tables, std::make_shared<FakeTableDef>(name, connect));
+    }
+    FakeQueryDef& addQuery(const Text& name, int type) {
+        return add<FakeQueryDef>(queries_, queries, std::make_shared<FakeQueryDef>(name, type));
+    }
+    FakeDocument& addDocument(TextView container, const Text& name) {
+        auto& in = dynamic_cast<FakeContainer&>(containers.Item(container));
+        return add<FakeDocument>(in.documents, in.collection, std::make_shared<FakeDocument>(name));
+    }
+
+    Text path = u"C:\\App\\target.mdb";
+    dao::Collection<dao::TableDef> tables;
+    dao::Collection<dao::QueryDef> queries;
+    dao::Collection<dao::Container> containers;
+    dao::Collection<dao::Relation> relations;
+    dao::Properties stored;
+
+    Text Name() const override { return path; }
+    Text Version() const override { return u"3.0"; }
+    int QueryTimeout() const override { return 60; }
+    bool Updatable() const override { return true; }
+    const dao::Collection<dao::TableDef>& TableDefs() override { return tables; }
+    const dao::Collection<dao::QueryDef>& QueryDefs() override { return queries; }
+    const dao::Collection<dao::Container>& Containers() override { return containers; }
+    const dao::Collection<dao::Relation>& Relations() override { return relations; }
+    dao::Properties& Properties() override { return stored; }
+
+    std::unique_ptr<Recordset> OpenRecordset(TextView name) override {
+        throw RunTimeError(ErrorNumber::TableNotFound, name);
+    }
+    std::unique_ptr<Recordset> OpenSorted(TextView name, std::span<const SortKey>, std::int64_t) override {
+        throw RunTimeError(ErrorNumber::TableNotFound, name);
+    }
+    void Execute(TextView) override { throw RunTimeError(ErrorNumber::PermissionDenied); }
+    void copyTo(const Text&) override { throw RunTimeError(ErrorNumber::PermissionDenied); }
+
+private:
+    template <class Fake, class Object>
+    static Fake& add(std::vector<std::shared_ptr<Object>>& all, dao::Collection<Object>& collection,
+                     std::shared_ptr<Fake> made) {
+        Fake& reference = *made;
+        all.push_back(std::move(made));
+        collection = dao::Collection<Object>(all);
+        return reference;
+    }
+
+    std::vector<std::shared_ptr<dao::TableDef>> tables_;
+    std::vector<std::shared_ptr<dao::QueryDef>> queries_;
+};
+
+} // namespace relvane::test

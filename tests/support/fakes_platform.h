@@ -1,0 +1,118 @@
+// A person, a disk and an operating system for tests: everything asked is recorded, everything answered was prepared.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/codepage.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/runtime_error.h"
+#include "platform/system_services.h"
+
+namespace relvane::test {
+
+class FakeDialogs : public Dialogs {
+public:
+    struct Box {
+        Text text;
+        int style = 0;
+        Text title;
+        bool operator==(const Box&) const = default;
+    };
+    struct FileDialog {
+        Text filter, initialFolder, title;
+    };
+
+    std::vector<Box> boxes;
+    std::deque<int> answers; // of the boxes to come; without one: OK, or Yes
+    std::function<void()> whileBoxIsOpen;
+    std::vector<FileDialog> fileDialogs;
+    std::deque<Text> files; // chosen in the file dialogs to come; without one: cancelled
+
+    int MsgBox(const Text& text, int style, const Text& title) override {
+        boxes.push_back({text, style, title});
+        if (whileBoxIsOpen) {
+            whileBoxIsOpen();
+        }
+        if (answers.empty()) {
+            return (style & 7) == yesNo ? boxYes : boxOk;
+        }
+        const int answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    Text openFile(const Text& filter, const Text& initialFolder, const Text& title) override {
+        fileDialogs.push_back({filter, initialFolder, title});
+        if (files.empty()) {
+            return {};
+        }
+        const Text file = files.front();
+        files.pop_front();
+        return file;
+    }
+    Text saveFile(const Text& filter, const Text& initialFolder, const Text& title) override {
+        return openFile(filter, initialFolder, title);
+    }
+
+    Text lastText() const { return boxes.empty() ? Text(u"(no box)") : boxes.back().text; }
+};
+
+class FakeFiles : public Files {
+public:
+    std::map<Text, Bytes> content;
+    Text folder = u"C:\\Work";
+    bool writable = true;
+
+    // Text in code page 932.
+    void put(const Text& path, TextView text) {
+        const std::string bytes = encode(text, japaneseCodePage);
+        content[path] = Bytes(bytes.begin(), bytes.end());
+    }
+    Text text(const Text& path) { return decode(read(path), japaneseCodePage); }
+
+    bool exists(const Text& path) override { return content.contains(path); }
+    std::int64_t FileLen(const Text& path) override { return static_cast<std::int64_t>(read(path).size()); }
+    DateTime FileDateTime(const Text&) override { return {}; }
+    bool isReadOnly(const Text&) override { return !writable; }
+    Bytes read(const Text& path) override {
+        const auto found = content.find(path);
+        if (found == content.end()) {
+            throw RunTimeError(ErrorNumber::FileNotFound, path);
+        }
+        return found->second;
+    }
+    void write(const Text& path, const Bytes& bytes) override {
+        if (!writable) {
+            throw RunTimeError(ErrorNumber::PermissionDenied, path);
+        }
+        content[path] = bytes;
+    }
+    Text currentFolder() override { return folder; }
+    void changeFolder(const Text& path) override { folder = path; }
+};
+
+class FakeSystem : public SystemServices {
+public:
+    SystemVersion reported;
+    bool otherInstance = false;
+    DateTime clock{1997, 9, 12, 18, 0, 0};
+    std::vector<bool> screenSaver; // the calls in order
+    bool settingsOpened = false;
+    Text helpOpened;
+
+    SystemVersion version() override { return reported; }
+    bool previousInstance() override { return otherInstance; }
+    DateTime now() override { return clock; }
+    std::int32_t setScreenSaverActive(bool active) override {
+        screenSaver.push_back(active);
+        return 1;
+    }
+    void openScreenSaverSettings() override { settingsOpened = true; }
+    void openHelp(const Text& path) override { helpOpened = path; }
+};
+
+} // namespace relvane::test

@@ -1,0 +1,117 @@
+// A work database in memory. Its rows outlive the stores and cursors that a program opens on it, as those of a file do.
+#pragma once
+
+#include <map>
+
+#include "platform/recordset.h"
+#include "platform/runtime_error.h"
+
+namespace relvane::test {
+
+using FakeRow = std::vector<std::pair<Text, Value>>; // in the order in which the fields were written
+
+inline Value valueOf(const FakeRow& row, TextView field) {
+    for (const auto& [name, value] : row) {
+        if (name == field) {
+            return value;
+        }
+    }
+    return Null{};
+}
+
+inline std::vector<Text> fieldNames(const FakeRow& row) {
+    std::vector<Text> names;
+    for (const auto& [name, value] : row) {
+        names.push_back(name);
+    }
+    return names;
+}
+
+struct FakeStoreFile {
+    std::map<Text, std::vector<FakeRow>> tables;
+    std::vector<Text> log;                        // "open T", "delete * from T;", "close T"
+    std::function<void(TextView table)> onUpdate; // may throw in the place of the write
+    std::size_t opened = 0;
+
+    const std::vector<FakeRow>& rows(const Text& table) { return tables[table]; }
+};
+
+class FakeRecordset : public Recordset {
+public:
+    FakeRecordset(FakeStoreFile& file, Text table) : file_(file), table_(std::move(table)) {
+        file_.log.push_back(u"open " + table_);
+    }
+
+    void AddNew() override {
+        refuseClosed();
+        row_.clear();
+        adding_ = true;
+    }
+    void Collect(TextView field, const Value& value) override {
+        refuseClosed();
+        row_.emplace_back(Text(field), value);
+    }
+    void Update() override {
+        refuseClosed();
+        if (table_ == u"T_RvTitle" && isEmptyText(valueOf(row_, u"FileName"))) {
+            throw RunTimeError(ErrorNumber::ZeroLengthString);
+        }
+        if (file_.onUpdate) {
+            file_.onUpdate(table_);
+        }
+        file_.tables[table_].push_back(row_);
+        adding_ = false;
+    }
+    bool EOF_() const override { return at_ >= file_.tables[table_].size(); }
+    void MoveFirst() override { at_ = 0; }
+    void MoveNext() override { ++at_; }
+    int FieldCount() const override { return 0; }
+    Text FieldName(int) const override { throw RunTimeError(ErrorNumber::ItemNotInCollection); }
+    Value Field(TextView name) const override { return valueOf(file_.tables[table_].at(at_), name); }
+    Value Field(int) const override { throw RunTimeError(ErrorNumber::ItemNotInCollection); }
+    void Close() override {
+        if (!closed_) {
+            file_.log.push_back(u"close " + table_);
+        }
+        closed_ = true;
+    }
+
+private:
+    void refuseClosed() const {
+        if (closed_) {
+            throw RunTimeError(ErrorNumber::ObjectInvalid);
+        }
+    }
+
+    FakeStoreFile& file_;
+    Text table_;
+    FakeRow row_;
+    std::size_t at_ = 0;
+    bool adding_ = false, closed_ = false;
+};
+
+class FakeStore : public RowStore {
+public:
+    explicit FakeStore(FakeStoreFile& file) : file_(file) { ++file_.opened; }
+    Text Name() const override { return u"Relvane.mdb"; }
+    std::unique_ptr<Recordset> OpenRecordset(TextView table) override {
+        return std::make_unique<FakeRecordset>(file_, Text(table));
+    }
+    std::unique_ptr<Recordset> OpenSorted(TextView table, std::span<const SortKey>, std::int64_t) override {
+        return OpenRecordset(table);
+    }
+    void Execute(TextView sql) override {
+        constexpr TextView before = u"delete * from ";
+        if (!sql.starts_with(before) || !sql.ends_with(u";")) {
+            throw RunTimeError(3075, Text(sql));
+        }
+        file_.log.push_back(Text(sql));
+        file_.tables[Text(sql.substr(before.size(), sql.size() - before.size() - 1))].clear();
+    }
+    void copyTo(const Text&) override {}
+
+private:
+    FakeStoreFile& file_;
+};
+
+} // namespace relvane::test
