@@ -347,6 +347,8 @@ bool Composer::placeStrips(Step& step) {
                 }
             } else if (step.block.ruled) {
                 page_->items.push_back(ruleItem(x_, y_, x_ + right, y_, style::thin));
+            } else {
+                y_ += style::cellPadY; // a little air below a bar
             }
         }
         y_ += from > 0 && step.block.ruled ? style::cellPadY : 0;

@@ -80,11 +80,16 @@ void draw(QPainter& painter, const std::vector<Item>& items, const Fonts& fonts)
     int font = -1, ink = -1;
     double pen = -1;
     bool dashed = false;
+    // Grounds first: the ground of one strip must not cover the rule of its neighbour.
+    for (const Item& item : items) {
+        if (item.kind == Item::Kind::Fill) {
+            painter.fillRect(item.box, QColor(item.ink, item.ink, item.ink));
+        }
+    }
     for (const Item& item : items) {
         const QColor color(item.ink, item.ink, item.ink);
         switch (item.kind) {
         case Item::Kind::Fill:
-            painter.fillRect(item.box, color);
             break;
         case Item::Kind::Rule:
             if (pen != item.pen || ink != item.ink || dashed != item.dashed) {

@@ -35,7 +35,7 @@ QDateTime moment(const DateTime& date) {
 std::string pdfDate(const QDateTime& date) {
     const int minutes = date.offsetFromUtc() / 60;
     const QString zone = QStringLiteral("%1%2'%3'")
-                             .arg(minutes < 0 ? u'-' : u'+')
+                             .arg(QChar(minutes < 0 ? u'-' : u'+'))
                              .arg(qAbs(minutes) / 60, 2, 10, QChar(u'0'))
                              .arg(qAbs(minutes) % 60, 2, 10, QChar(u'0'));
     return (date.toString(QStringLiteral("'D:'yyyyMMddHHmmss")) + zone).toStdString();

@@ -7,7 +7,9 @@
 namespace relvane::reports {
 namespace {
 
-constexpr double sizeStep = 0.5; // points, when a text is set smaller
+constexpr double sizeStep = 0.5;      // points, when a text is set smaller
+constexpr double unbrokenShare = 0.6; // of its size, down to which a text is rather set smaller than broken,
+constexpr double unbrokenPoints = 7; // but never smaller than this
 
 struct Box {
     double x, y, width, height;
@@ -25,20 +27,47 @@ double alignedTop(VerticalAlign align, const Box& box, double height) {
     return box.y;
 }
 
-void addAcross(Page& page, Fonts& fonts, const Placed& placed, const Box& box, const QString& text,
-               int cell) {
-    std::vector<TextLine> lines;
-    int font = 0;
-    std::size_t room = 0;
-    for (double points = placed.points;; points -= sizeStep) {
-        font = fonts.number(style::Face::Proportional, points, placed.bold);
-        lines = wrap(fonts, font, text, box.width, placed.wrap);
-        room = std::max<std::size_t>(1, static_cast<std::size_t>(box.height / fonts.pitch(font) + 0.01));
-        // A larger type that breaks inside a line is given up for a smaller one that does not, while it is large.
-        if (points - sizeStep < placed.minPoints || lines.size() <= room) {
-            break;
+// The largest size at which the text stands without a break of its lines, unless that is much smaller than asked
+// for; else the largest at which it fits at all; else the smallest.
+template <class Unbroken, class Fits>
+double chooseSize(const Placed& placed, Unbroken unbroken, Fits fits) {
+    const double least = std::max({placed.minPoints, placed.points * unbrokenShare, unbrokenPoints});
+    for (double points = placed.points; points >= least; points -= sizeStep) {
+        if (unbroken(points)) {
+            return points;
         }
     }
+    double points = placed.points;
+    while (points - sizeStep >= placed.minPoints && !fits(points)) {
+        points -= sizeStep;
+    }
+    return points;
+}
+
+void addAcross(Page& page, Fonts& fonts, const Placed& placed, const Box& box, const QString& text,
+               int cell) {
+    const auto fontOf = [&](double points) {
+        return fonts.number(style::Face::Proportional, points, placed.bold);
+    };
+    const auto linesAt = [&](double points) {
+        return wrap(fonts, fontOf(points), text, box.width, placed.wrap);
+    };
+    const auto roomAt = [&](double points) {
+        return std::max<std::size_t>(
+            1, static_cast<std::size_t>(box.height / fonts.pitch(fontOf(points)) + 0.01));
+    };
+    const double points = chooseSize(
+        placed,
+        [&](double size) {
+            const std::vector<TextLine> lines = linesAt(size);
+            return lines.size() <= roomAt(size) &&
+                   std::none_of(lines.begin(), lines.end(),
+                                [](const TextLine& line) { return line.wrapped; });
+        },
+        [&](double size) { return linesAt(size).size() <= roomAt(size); });
+    const int font = fontOf(points);
+    const std::size_t room = roomAt(points);
+    std::vector<TextLine> lines = linesAt(points);
     if (lines.size() > room) {
         lines.resize(room);
         lines.back().text =
@@ -64,11 +93,9 @@ void addAcross(Page& page, Fonts& fonts, const Placed& placed, const Box& box, c
 void addUpright(Page& page, Fonts& fonts, const Placed& placed, const Box& box, const QString& text,
                 int cell) {
     VerticalText vertical(text);
-    double points = placed.points;
-    while (points - sizeStep >= placed.minPoints &&
-           !vertical.fits(points * style::point, box.width, box.height)) {
-        points -= sizeStep;
-    }
+    const double points = chooseSize(
+        placed, [&](double size) { return vertical.unbroken(size * style::point, box.width, box.height); },
+        [&](double size) { return vertical.fits(size * style::point, box.width, box.height); });
     const int font = fonts.number(style::Face::Proportional, points, placed.bold);
     vertical.cutTo(points * style::point, box.width, box.height);
     const double height = vertical.height(points * style::point, box.height);

@@ -99,6 +99,9 @@ std::vector<std::size_t> VerticalText::columns(std::size_t perColumn) const {
         if (glyphs_[i].isBreak) {
             starts.push_back(i + 1);
             filled = 0;
+        } else if (filled == perColumn && glyphs_[i].isBlank()) {
+            starts.push_back(i + 1); // no column begins with a blank
+            filled = 0;
         } else if (filled == perColumn) {
             // What must not stand at the head of a column takes its neighbour along.
             const std::size_t start = hangs(glyphs_[i].text) && i > starts.back() + 1 ? i - 1 : i;
@@ -114,6 +117,12 @@ std::vector<std::size_t> VerticalText::columns(std::size_t perColumn) const {
 bool VerticalText::fits(double size, double width, double height) const {
     const auto count = static_cast<double>(columns(perColumn(size, height)).size());
     return (count - 1) * size * columnPitch + size <= width + 1;
+}
+
+bool VerticalText::unbroken(double size, double width, double height) const {
+    const auto breaks = static_cast<std::size_t>(
+        std::count_if(glyphs_.begin(), glyphs_.end(), [](const Glyph& glyph) { return glyph.isBreak; }));
+    return fits(size, width, height) && columns(perColumn(size, height)).size() == breaks + 1;
 }
 
 void VerticalText::cutTo(double size, double width, double height) {
@@ -135,7 +144,8 @@ double VerticalText::height(double size, double available) const {
     std::size_t tallest = 0;
     for (std::size_t i = 0; i < starts.size(); ++i) {
         const std::size_t end = i + 1 < starts.size() ? starts[i + 1] : glyphs_.size();
-        const bool broken = end > starts[i] && glyphs_[end - 1].isBreak;
+        const bool broken = end > starts[i] && i + 1 < starts.size() &&
+                            (glyphs_[end - 1].isBreak || glyphs_[end - 1].isBlank());
         tallest = std::max(tallest, end - starts[i] - (broken ? 1 : 0));
     }
     return static_cast<double>(tallest) * size;

@@ -15,6 +15,8 @@ public:
     explicit VerticalText(const QString& text);
 
     bool fits(double size, double width, double height) const;
+    // The same, with no column broken but where the text has a line break.
+    bool unbroken(double size, double width, double height) const;
     // Drops what does not fit and ends the text with "…".
     void cutTo(double size, double width, double height);
     // Height of the tallest column.
@@ -28,6 +30,7 @@ private:
         bool turned = false;
         bool raised = false;
         bool isBreak = false; // a line break of the text
+        bool isBlank() const { return text == QChar(u'　'); }
     };
     static std::size_t perColumn(double size, double height);
     // Where the columns begin.
