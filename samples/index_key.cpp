@@ -136,8 +136,13 @@ void appendValue(ByteWriter& key, const Value& value, const ColumnSpec& column, 
 
 Bytes textKey(TextView text, int codePage) {
     ByteWriter key;
-    for (const char byte : encode(fold(text), codePage)) {
-        key.u8(rank(static_cast<unsigned char>(byte)));
+    for (const char16_t character : fold(text)) {
+        const std::string bytes = encode(TextView(&character, 1), codePage);
+        if (bytes.size() == 1) {
+            key.u8(rank(static_cast<unsigned char>(bytes[0])));
+        } else {
+            key.text(bytes);
+        }
     }
     key.u8(0);
     key.text(encode(text, codePage));

@@ -118,8 +118,8 @@ Integer roundedTo(const Value& value) {
 } // namespace
 
 std::optional<DateTime> DateTime::fromOleDate(double days) {
-    if (!std::isfinite(days) || days < -657434.0 || days >= 2958466.0) {
-        return std::nullopt; // before the year 100 or after 9999
+    if (!std::isfinite(days) || days <= -657435.0 || days >= 2958466.0) {
+        return std::nullopt; // before the year 100 (its first day has times too) or after 9999
     }
     // The fraction is the time of day whatever the sign of the day.
     const double day = std::trunc(days);
