@@ -1,5 +1,7 @@
 #include "inspect.h"
 
+#include <algorithm>
+
 #include "jet/jet_file.h"
 #include "jet/open_database.h"
 #include "json_writer.h"
@@ -81,7 +83,9 @@ private:
         number("error", error.number());
         member("description", error.description());
         json_.endObject();
-        problems_.push_back(error.description());
+        if (std::ranges::find(problems_, error.description()) == problems_.end()) {
+            problems_.push_back(error.description());
+        }
     }
 
     void writeFile() {

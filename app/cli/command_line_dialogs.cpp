@@ -1,0 +1,64 @@
+#include "command_line_dialogs.h"
+
+#include <iostream>
+
+namespace relvane::cli {
+namespace {
+
+// Every report of an error begins with its place or names an error; the sentence of the box for files of older
+// versions is the one exception.
+bool reportsError(const Text& text) {
+    return text.starts_with(u"場所:") || text.find(u"ｴﾗｰNo:") != Text::npos ||
+           text.starts_with(u"Access97以前のバージョンのファイルです。");
+}
+
+Text withLineFeeds(const Text& text) {
+    Text lines;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != u'\r') {
+            lines += text[i];
+        } else if (i + 1 == text.size() || text[i + 1] != u'\n') {
+            lines += u'\n';
+        }
+    }
+    return lines;
+}
+
+} // namespace
+
+int CommandLineDialogs::MsgBox(const Text& text, int style, const Text& title) {
+    const bool error = reportsError(text);
+    errorReported_ = errorReported_ || error;
+    if (error || !quiet_) {
+        std::cerr << "[" << toUtf8(title) << "] " << toUtf8(withLineFeeds(text)) << std::endl;
+    }
+    const bool asks = (style & yesNo) != 0;
+    int answer = asks ? boxYes : boxOk; // the default button
+    if (!boxAnswers.empty()) {
+        const int scripted = boxAnswers.front();
+        if (asks ? scripted == boxYes || scripted == boxNo : scripted == boxOk) {
+            answer = scripted;
+            boxAnswers.pop_front();
+        }
+    }
+    return answer;
+}
+
+Text CommandLineDialogs::openFile(const Text&, const Text&, const Text&) {
+    return nextFile();
+}
+
+Text CommandLineDialogs::saveFile(const Text&, const Text&, const Text&) {
+    return nextFile();
+}
+
+Text CommandLineDialogs::nextFile() {
+    if (files.empty()) {
+        return {};
+    }
+    Text file = std::move(files.front());
+    files.pop_front();
+    return file;
+}
+
+} // namespace relvane::cli

@@ -1,0 +1,32 @@
+// The dialogs of a program without windows: a box goes to standard error with its title, and a scripted or the
+// default button is taken; a file dialog takes the next scripted path.
+#pragma once
+
+#include <deque>
+#include <string>
+
+#include "platform/dialogs.h"
+
+namespace relvane::cli {
+
+class CommandLineDialogs final : public Dialogs {
+public:
+    // `quiet`: only boxes that report an error are written.
+    explicit CommandLineDialogs(bool quiet) : quiet_(quiet) {}
+
+    int MsgBox(const Text& text, int style, const Text& title) override;
+    Text openFile(const Text& filter, const Text& initialFolder, const Text& title) override;
+    Text saveFile(const Text& filter, const Text& initialFolder, const Text& title) override;
+
+    std::deque<Text> files;     // answers of the coming file dialogs; without one a dialog is cancelled
+    std::deque<int> boxAnswers; // BoxResult values of the coming boxes; without one the default button
+    bool errorReported() const { return errorReported_; }
+    void noteError() { errorReported_ = true; }
+
+private:
+    Text nextFile();
+    bool quiet_;
+    bool errorReported_ = false;
+};
+
+} // namespace relvane::cli

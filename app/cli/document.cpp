@@ -1,0 +1,80 @@
+// The command `document`: the whole folder of paper of one database.
+#include <filesystem>
+#include <iostream>
+#include <unistd.h>
+
+#include "command.h"
+#include "press_steps.h"
+#include "session.h"
+#include "working_folder.h"
+
+namespace relvane::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Each panel has a desk of its own, so that one whose errors end its desk does not end the folder.
+struct PanelDesk {
+    std::string_view name;
+    std::vector<std::string> steps;
+};
+
+const PanelDesk panelDesks[] = {
+    {"cover", {"cmdHyousi(1)", "cmdHyousi(2)", "cmdHyousi(3)"}},
+    {"objects", {"optObject=7", "cmdObject"}},
+};
+
+// The line that all reports print as the name of the analysed file goes through the print settings.
+std::vector<std::string> titleSteps(const std::optional<std::string>& title) {
+    if (!title) {
+        return {};
+    }
+    return {"m8", "frmSetUp.chkSetUp=1", "frmSetUp.txtNini=" + *title, "frmSetUp.cmdOK"};
+}
+
+// Whether the desk did all its steps without reporting an error.
+bool runDesk(Session& session, const PanelDesk& panel, const fs::path& target,
+             const std::optional<std::string>& title) {
+    if (!session.select(target)) {
+        return false;
+    }
+    std::vector<std::string> steps = titleSteps(title);
+    steps.insert(steps.end(), panel.steps.begin(), panel.steps.end());
+    for (const std::string& step : steps) {
+        try {
+            if (!carryOut(session.desk, parseStep(step))) {
+                return false;
+            }
+        } catch (const CannotPress&) {
+            // A panel whose objects the target does not have stays as it is.
+        }
+    }
+    return !session.hasFailed();
+}
+
+} // namespace
+
+int runDocument(const Arguments& arguments) {
+    const fs::path target = fs::absolute(arguments.positional()[0]);
+    const fs::path out = fs::absolute(arguments.value("--out").value_or("out"));
+    const bool quiet = arguments.has("--quiet");
+
+    const WorkingFolder folder(arguments, WorkingFolder::Kind::PrivateUnlessNamed);
+    fs::create_directories(out);
+    std::vector<fs::path> files;
+    const ReportOutput reports{out, [&files](const fs::path& file) { files.push_back(file); }};
+
+    bool succeeded = true;
+    for (const PanelDesk& panel : panelDesks) {
+        Session session(folder.path(), reports, quiet, !quiet && ::isatty(STDERR_FILENO) != 0);
+        succeeded = runDesk(session, panel, target, arguments.value("--title")) && succeeded;
+    }
+    if (!quiet) {
+        for (const fs::path& file : files) {
+            std::cout << file.string() << '\n';
+        }
+    }
+    return succeeded ? exitDone : exitErrorReported;
+}
+
+} // namespace relvane::cli

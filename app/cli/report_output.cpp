@@ -1,0 +1,65 @@
+#include "report_output.h"
+
+#include "platform/native_path.h"
+#include "platform/runtime_error.h"
+#include "reports/pdf.h"
+#include "reports/report_document.h"
+#include "sqlite/work_store.h"
+#include "system/linux_system.h"
+
+namespace relvane::cli {
+namespace {
+
+DateTime now() {
+    return LinuxSystem(false).now();
+}
+
+class ReportApplication final : public access::Application, private access::DoCmd {
+public:
+    explicit ReportApplication(ReportOutput output) : output_(std::move(output)) {}
+
+    void OpenCurrentDatabase(const Text& path, bool) override { store_ = openWorkStore(path); }
+    void CloseCurrentDatabase() override {
+        if (!store_) {
+            throw RunTimeError(ErrorNumber::NoCurrentDatabase);
+        }
+        store_.reset();
+    }
+    access::DoCmd& DoCmd() override { return *this; }
+    void setVisible(bool) override {}
+
+private:
+    void OpenReport(const Text& name, access::View view) override {
+        if (!store_) {
+            throw RunTimeError(ErrorNumber::NoCurrentDatabase);
+        }
+        if (view != access::acViewPreview) {
+            throw RunTimeError(ErrorNumber::NoPrinter);
+        }
+        const reports::ReportDocument document = reports::open(store_, name, now());
+        if (output_.folder) {
+            const std::filesystem::path file = *output_.folder / (toUtf8(name) + ".pdf");
+            reports::writePdf(document, textOfNativePath(file.string()));
+            if (output_.written) {
+                output_.written(file);
+            }
+        }
+    }
+    void Maximize() override {}
+
+    ReportOutput output_;
+    std::shared_ptr<RowStore> store_;
+};
+
+} // namespace
+
+std::shared_ptr<access::Application> newReportApplication(const ReportOutput& output) {
+    return std::make_shared<ReportApplication>(output);
+}
+
+void writeReport(const Text& store, const Text& reportName, const std::filesystem::path& file) {
+    reports::writePdf(reports::open(openWorkStore(store), reportName, now()),
+                      textOfNativePath(file.string()));
+}
+
+} // namespace relvane::cli

@@ -1,0 +1,56 @@
+#include "session.h"
+
+#include <iostream>
+
+#include "access/target_application.h"
+#include "jet/open_database.h"
+#include "platform/native_path.h"
+#include "sqlite/work_store.h"
+
+namespace relvane::cli {
+
+Session::Session(const std::filesystem::path& programFolder, ReportOutput reports, bool quiet, bool progress)
+    : dialogs(quiet),
+      system_(false),
+      progress_(progress),
+      desk(platform_, {.appPath = textOfNativePath(programFolder.string())}) {
+    platform_.dialogs = &dialogs;
+    platform_.files = &files_;
+    platform_.system = &system_;
+    platform_.openTarget = [](const Text& path) { return jet::openDatabase(path); };
+    platform_.openWorkStore = [](const Text& path) { return openWorkStore(path); };
+    platform_.newTargetApplication = [] { return access::newTargetApplication(); };
+    platform_.newReportApplication = [reports = std::move(reports)] { return newReportApplication(reports); };
+    if (progress_) {
+        desk.frmRelvane.linGuage.onRefresh = [this] { drawGauge(); };
+        desk.frmRelvane.txtMesege.onRefresh = [this] { drawGauge(); };
+    }
+}
+
+Session::~Session() {
+    if (!drawn_.empty()) {
+        std::cerr << "\r\033[K" << std::flush;
+    }
+}
+
+bool Session::select(const std::filesystem::path& target) {
+    if (!desk.start(Text())) {
+        return false;
+    }
+    dialogs.files.push_front(textOfNativePath(target.string()));
+    return desk.dispatch([this] { desk.frmRelvane.m1a.press(); }) && !dialogs.errorReported();
+}
+
+void Session::drawGauge() {
+    constexpr int width = 30, fullGauge = 2400;
+    const int filled = std::clamp<int>(desk.frmRelvane.linGuage.X2, 0, fullGauge) * width / fullGauge;
+    std::string line = "[" + std::string(static_cast<std::size_t>(filled), '#') +
+                       std::string(static_cast<std::size_t>(width - filled), ' ') + "] " +
+                       toUtf8(desk.frmRelvane.txtMesege.Caption.get());
+    if (line != drawn_) {
+        drawn_ = std::move(line);
+        std::cerr << "\r\033[K" << drawn_ << std::flush;
+    }
+}
+
+} // namespace relvane::cli

@@ -1,0 +1,23 @@
+#include "working_folder.h"
+
+#include "platform/native_path.h"
+#include "platform/runtime_error.h"
+
+namespace relvane::cli {
+
+WorkingFolder::WorkingFolder(const Arguments& arguments, Kind kind) {
+    const auto named = arguments.value("--program-folder");
+    if (!named && kind == Kind::PrivateUnlessNamed) {
+        temporary_ = std::make_unique<TemporaryProgramFolder>();
+        path_ = temporary_->path();
+        return;
+    }
+    path_ = openProgramFolder(named ? std::optional<std::filesystem::path>(*named) : std::nullopt);
+    lock_ = std::make_unique<ProgramFolderLock>(path_);
+    if (!lock_->isHeld()) {
+        throw RunTimeError(static_cast<int>(ErrorNumber::PermissionDenied),
+                           u"既にRelvaneは、起動しています。 (" + textOfNativePath(path_.string()) + u")");
+    }
+}
+
+} // namespace relvane::cli

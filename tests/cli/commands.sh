@@ -1,0 +1,71 @@
+#!/bin/sh
+# The commands as a script uses them: files that appear, exit codes, what goes where.
+set -u
+cli=$1
+samples=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+export HOME="$work/home" XDG_DATA_HOME="$work/home/data"
+failed=0
+
+# check NAME EXPECTED_EXIT COMMAND...: runs it, its output into $work/out and $work/err.
+check() {
+    name=$1 expected=$2
+    shift 2
+    "$@" >"$work/out" 2>"$work/err" </dev/null
+    code=$?
+    if [ $code -ne "$expected" ]; then
+        echo "FAILED: $name: exit $code, expected $expected"
+        cat "$work/out" "$work/err"
+        failed=1
+    fi
+}
+holds() { grep -q -- "$2" "$1" || { echo "FAILED: $name: no \"$2\" in $(basename "$1")"; cat "$1"; failed=1; }; }
+
+check "help" 0 "$cli" --help
+holds "$work/out" "relvane-cli document TARGET"
+check "version" 0 "$cli" --version
+check "no command" 2 "$cli"
+check "unknown command" 2 "$cli" dance
+check "unknown option" 2 "$cli" document a.mdb --dance
+check "target missing on the line" 2 "$cli" document
+
+cp "$samples/juchu.mdb" "$work/受注 97.mdb"
+before=$(sha256sum <"$work/受注 97.mdb")
+check "document" 0 "$cli" document "$work/受注 97.mdb" --out "$work/folder"
+for report in R_RvHyousi R_RvHyousiH R_RvHyousiW R_RvObjectAll; do
+    [ -s "$work/folder/$report.pdf" ] || { echo "FAILED: no $report.pdf"; failed=1; }
+done
+check "document with a relative path" 0 sh -c 'cd "$1" && "$2" document "受注 97.mdb" --quiet --out here' - "$work" "$cli"
+[ -s "$work/here/R_RvObjectAll.pdf" ] || { echo "FAILED: no folder beside a relative target"; failed=1; }
+
+check "target that is not there" 1 "$cli" document "$work/none.mdb" --out "$work/folder2"
+holds "$work/err" "場所:選択"
+printf 'no database' >"$work/text.mdb"
+check "target that is no database" 1 "$cli" document "$work/text.mdb" --out "$work/folder2"
+holds "$work/err" "3343"
+: >"$work/empty.mdb"
+check "empty file" 1 "$cli" document "$work/empty.mdb" --out "$work/folder2"
+head -c 20000 "$work/受注 97.mdb" >"$work/cut.mdb"
+check "file cut off" 1 "$cli" document "$work/cut.mdb" --out "$work/folder2"
+
+check "press" 0 "$cli" press "$work/受注 97.mdb" optObject=1 cmdObject
+check "report of what was pressed" 0 "$cli" report R_RvObjectAll --pdf "$work/objects.pdf"
+[ -s "$work/objects.pdf" ] || { echo "FAILED: no objects.pdf"; failed=1; }
+check "report that is not there" 1 "$cli" report R_None --pdf "$work/none.pdf"
+check "disabled control" 1 "$cli" press "$work/受注 97.mdb" cmdOPre
+holds "$work/err" "cmdOPre"
+check "unknown control" 2 "$cli" press "$work/受注 97.mdb" cmdNothing
+check "unknown value" 2 "$cli" press "$work/受注 97.mdb" optObject=8
+check "unused answer" 2 "$cli" press "$work/受注 97.mdb" cmdObject "file=$work/x"
+check "another window" 0 "$cli" press "$work/受注 97.mdb" m8 frmSetUp.chkSetUp=1 frmSetUp.txtNini=受注 frmSetUp.cmdOK
+check "window that is not open" 1 "$cli" press "$work/受注 97.mdb" frmSetUp.cmdOK
+check "the end" 0 "$cli" press "$work/受注 97.mdb" m1z
+
+check "inspect" 0 "$cli" inspect "$work/受注 97.mdb"
+holds "$work/out" "受注"
+check "inspect what is no database" 1 "$cli" inspect "$work/text.mdb"
+
+[ "$before" = "$(sha256sum <"$work/受注 97.mdb")" ] || { echo "FAILED: the target has changed"; failed=1; }
+[ "$(ls "$work"/*.ldb 2>/dev/null)" = "" ] || { echo "FAILED: something was left beside the target"; failed=1; }
+exit $failed
