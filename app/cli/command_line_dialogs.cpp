@@ -29,7 +29,8 @@ Text withLineFeeds(const Text& text) {
 int CommandLineDialogs::MsgBox(const Text& text, int style, const Text& title) {
     const bool error = reportsError(text);
     errorReported_ = errorReported_ || error;
-    if (error || !quiet_) {
+    const bool news = saidBefore_ == nullptr || saidBefore_->insert(text).second;
+    if (error || (news && !quiet_)) {
         std::cerr << "[" << toUtf8(title) << "] " << toUtf8(withLineFeeds(text)) << std::endl;
     }
     const bool asks = (style & yesNo) != 0;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <set>
 #include <string>
 
 #include "platform/dialogs.h"
@@ -11,8 +12,10 @@ namespace relvane::cli {
 
 class CommandLineDialogs final : public Dialogs {
 public:
-    // `quiet`: only boxes that report an error are written.
-    explicit CommandLineDialogs(bool quiet) : quiet_(quiet) {}
+    // `quiet`: only boxes that report an error are written. With `saidBefore`, shared by the desks of one command, a
+    // box that tells no error is written once only.
+    explicit CommandLineDialogs(bool quiet, std::set<Text>* saidBefore = nullptr)
+        : quiet_(quiet), saidBefore_(saidBefore) {}
 
     int MsgBox(const Text& text, int style, const Text& title) override;
     Text openFile(const Text& filter, const Text& initialFolder, const Text& title) override;
@@ -21,11 +24,11 @@ public:
     std::deque<Text> files;     // answers of the coming file dialogs; without one a dialog is cancelled
     std::deque<int> boxAnswers; // BoxResult values of the coming boxes; without one the default button
     bool errorReported() const { return errorReported_; }
-    void noteError() { errorReported_ = true; }
 
 private:
     Text nextFile();
     bool quiet_;
+    std::set<Text>* saidBefore_;
     bool errorReported_ = false;
 };
 

@@ -32,12 +32,8 @@ std::vector<std::string> titleSteps(const std::optional<std::string>& title) {
     return {"m8", "frmSetUp.chkSetUp=1", "frmSetUp.txtNini=" + *title, "frmSetUp.cmdOK"};
 }
 
-// Whether the desk did all its steps without reporting an error.
-bool runDesk(Session& session, const PanelDesk& panel, const fs::path& target,
-             const std::optional<std::string>& title) {
-    if (!session.select(target)) {
-        return false;
-    }
+// Presses what makes the panel's reports. Whether that went without an error.
+bool runDesk(Session& session, const PanelDesk& panel, const std::optional<std::string>& title) {
     std::vector<std::string> steps = titleSteps(title);
     steps.insert(steps.end(), panel.steps.begin(), panel.steps.end());
     for (const std::string& step : steps) {
@@ -55,19 +51,22 @@ bool runDesk(Session& session, const PanelDesk& panel, const fs::path& target,
 } // namespace
 
 int runDocument(const Arguments& arguments) {
-    const fs::path target = fs::absolute(arguments.positional()[0]);
-    const fs::path out = fs::absolute(arguments.value("--out").value_or("out"));
+    const fs::path target = fs::absolute(arguments.positional()[0]).lexically_normal();
+    const fs::path out = fs::absolute(arguments.value("--out").value_or("out")).lexically_normal();
     const bool quiet = arguments.has("--quiet");
 
     const WorkingFolder folder(arguments, WorkingFolder::Kind::PrivateUnlessNamed);
-    fs::create_directories(out);
     std::vector<fs::path> files;
     const ReportOutput reports{out, [&files](const fs::path& file) { files.push_back(file); }};
 
+    std::set<Text> saidBefore;
     bool succeeded = true;
     for (const PanelDesk& panel : panelDesks) {
-        Session session(folder.path(), reports, quiet, !quiet && ::isatty(STDERR_FILENO) != 0);
-        succeeded = runDesk(session, panel, target, arguments.value("--title")) && succeeded;
+        Session session(folder.path(), reports, quiet, !quiet && ::isatty(STDERR_FILENO) != 0, &saidBefore);
+        if (!session.select(target)) {
+            return exitErrorReported; // the other desks would only say the same
+        }
+        succeeded = runDesk(session, panel, arguments.value("--title")) && succeeded;
     }
     if (!quiet) {
         for (const fs::path& file : files) {

@@ -20,7 +20,8 @@ Text absolutePath(const std::string& path) {
 } // namespace
 
 int runPress(const Arguments& arguments) {
-    const std::filesystem::path target = std::filesystem::absolute(arguments.positional()[0]);
+    const std::filesystem::path target =
+        std::filesystem::absolute(arguments.positional()[0]).lexically_normal();
     const bool quiet = arguments.has("--quiet");
 
     std::vector<Step> steps;

@@ -14,6 +14,17 @@ DateTime now() {
     return LinuxSystem(false).now();
 }
 
+void makeFolder(const std::filesystem::path& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        const bool permitted =
+            error != std::errc::permission_denied && error != std::errc::read_only_file_system;
+        throw RunTimeError(permitted ? ErrorNumber::PathNotFound : ErrorNumber::PermissionDenied,
+                           textOfNativePath(folder.string()));
+    }
+}
+
 class ReportApplication final : public access::Application, private access::DoCmd {
 public:
     explicit ReportApplication(ReportOutput output) : output_(std::move(output)) {}
@@ -38,6 +49,7 @@ private:
         }
         const reports::ReportDocument document = reports::open(store_, name, now());
         if (output_.folder) {
+            makeFolder(*output_.folder);
             const std::filesystem::path file = *output_.folder / (toUtf8(name) + ".pdf");
             reports::writePdf(document, textOfNativePath(file.string()));
             if (output_.written) {

@@ -9,8 +9,9 @@
 
 namespace relvane::cli {
 
-Session::Session(const std::filesystem::path& programFolder, ReportOutput reports, bool quiet, bool progress)
-    : dialogs(quiet),
+Session::Session(const std::filesystem::path& programFolder, ReportOutput reports, bool quiet, bool progress,
+                 std::set<Text>* saidBefore)
+    : dialogs(quiet, saidBefore),
       system_(false),
       progress_(progress),
       desk(platform_, {.appPath = textOfNativePath(programFolder.string())}) {

@@ -18,7 +18,8 @@ class Session {
 public:
     // Works in `programFolder`. Opened reports go to `reports`. With `progress`, the gauge and its message are drawn
     // on standard error while an analysis runs.
-    Session(const std::filesystem::path& programFolder, ReportOutput reports, bool quiet, bool progress);
+    Session(const std::filesystem::path& programFolder, ReportOutput reports, bool quiet, bool progress,
+            std::set<Text>* saidBefore = nullptr);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
