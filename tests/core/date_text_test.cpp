@@ -1,5 +1,7 @@
 #include "core/date_text.h"
 
+#include <random>
+
 #include <gtest/gtest.h>
 
 namespace relvane {
@@ -53,6 +55,22 @@ TEST(DateText, TimeBehindTheDateOrAlone) {
     EXPECT_EQ(read(u"1997年9月12日 午後6時30分"), u"1997-09-12 18:30:00");
     EXPECT_EQ(read(u"18:30"), u"1899-12-30 18:30:00");
     EXPECT_EQ(read(u"12:00 am"), u"1899-12-30 00:00:00");
+}
+
+TEST(DateText, AnyTextIsADateOrNone) {
+    std::mt19937 random(1997);
+    constexpr TextView pieces[] = {u"1997", u"9",    u"12",   u"/",  u"-",           u".",  u"年", u"月",
+                                   u"日",   u"H",    u"平成", u"元", u":",           u"時", u"分", u"秒",
+                                   u"PM",   u"午前", u" ",    u"0",  u"99999999999", u"　"};
+    for (int round = 0; round < 20000; ++round) {
+        Text text;
+        for (auto i = random() % 10; i > 0; --i) {
+            text += pieces[random() % std::size(pieces)];
+        }
+        if (const auto date = dateOf(text, today)) {
+            EXPECT_EQ(DateTime::fromText(date->text()), date) << toUtf8(text);
+        }
+    }
 }
 
 TEST(DateText, WhatIsNoDate) {

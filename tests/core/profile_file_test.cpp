@@ -1,5 +1,8 @@
 #include "core/profile_file.h"
 
+#include <algorithm>
+#include <random>
+
 #include <gtest/gtest.h>
 
 #include "support/fakes_platform.h"
@@ -77,6 +80,31 @@ TEST_F(Profile, PathOf255CharactersFits) {
     const Text longPath = u"C:\\" + Text(252, u'あ');
     profile.write(u"RECENT", u"RecentFile1", longPath);
     EXPECT_EQ(profile.read(u"RECENT", u"RecentFile1", u"0"), longPath);
+}
+
+TEST_F(Profile, AnyBytesAreReadAndWrittenWithoutLosingALine) {
+    std::mt19937 random(1997);
+    constexpr TextView pieces[] = {u"[POS]", u"[",  u"]",  u"T=1",  u"=",  u";",
+                                   u"\r\n",  u"\n", u"\r", u"[pos", u"\"", u" "};
+    for (int round = 0; round < 2000; ++round) {
+        Bytes content;
+        for (int i = 0; i < 12; ++i) {
+            const std::string piece = encode(pieces[random() % std::size(pieces)], japaneseCodePage);
+            content.insert(content.end(), piece.begin(), piece.end());
+            if (random() % 4 == 0) {
+                content.push_back(static_cast<std::uint8_t>(random()));
+            }
+        }
+        files.content[path] = content;
+        profile.read(u"POS", u"T", u"0");
+        profile.write(u"POS", u"T", u"42");
+        EXPECT_EQ(profile.read(u"POS", u"T", u"0"), u"42");
+        profile.write(u"POS", u"L", u"43");
+        EXPECT_EQ(profile.read(u"POS", u"T", u"0"), u"42");
+        EXPECT_EQ(profile.read(u"POS", u"L", u"0"), u"43");
+        const auto lines = [](const Bytes& bytes) { return std::ranges::count(bytes, '\n'); };
+        EXPECT_GE(lines(files.content[path]), lines(content));
+    }
 }
 
 TEST_F(Profile, FileThatCannotBeReadIsNeverReplaced) {
