@@ -1,15 +1,18 @@
 #include "command_line_dialogs.h"
 
+#include <algorithm>
 #include <iostream>
 
 namespace relvane::cli {
 namespace {
 
-// Every report of an error begins with its place or names an error; the sentence of the box for files of older
-// versions is the one exception.
+// How the boxes begin that report an error; all others are questions and notices.
+constexpr TextView errorBeginnings[] = {u"場所:", u"Access97以前のバージョンのファイルです。",
+                                        u"実行時エラー "};
+
 bool reportsError(const Text& text) {
-    return text.starts_with(u"場所:") || text.find(u"ｴﾗｰNo:") != Text::npos ||
-           text.starts_with(u"Access97以前のバージョンのファイルです。");
+    return std::ranges::any_of(errorBeginnings,
+                               [&](TextView beginning) { return text.starts_with(beginning); });
 }
 
 Text withLineFeeds(const Text& text) {
