@@ -10,8 +10,12 @@ namespace {
 
 class MemoryRecordset : public Recordset {
 public:
-    MemoryRecordset(const MemoryTable& table, std::vector<std::size_t> order, std::size_t position)
-        : table_(table), order_(std::move(order)), position_(position) {}
+    MemoryRecordset(MemoryStore& store, const MemoryTable& table, std::vector<std::size_t> order,
+                    std::size_t position)
+        : store_(store), table_(table), order_(std::move(order)), position_(position) {
+        ++store_.openCursors;
+    }
+    ~MemoryRecordset() override { Close(); }
 
     void AddNew() override { refuse(); }
     void Collect(TextView, const Value&) override { refuse(); }
@@ -34,11 +38,16 @@ public:
     Value Field(int position) const override {
         return table_.rows[order_.at(position_)].at(static_cast<std::size_t>(position));
     }
-    void Close() override {}
+    void Close() override {
+        store_.openCursors -= open_ ? 1 : 0;
+        open_ = false;
+    }
 
 private:
     [[noreturn]] static void refuse() { throw RunTimeError(ErrorNumber::ObjectInvalid); }
 
+    MemoryStore& store_;
+    bool open_ = true;
     const MemoryTable& table_;
     std::vector<std::size_t> order_;
     std::size_t position_;
@@ -52,7 +61,7 @@ std::unique_ptr<Recordset> MemoryStore::OpenRecordset(TextView tableName) {
 
 std::unique_ptr<Recordset> MemoryStore::OpenSorted(TextView tableName, std::span<const SortKey> keys,
                                                    std::int64_t skip) {
-    ++openings;
+    lastSort.assign(keys.begin(), keys.end());
     const auto found = std::find_if(tables.begin(), tables.end(), [&](const auto& entry) {
         return equalsIgnoringCase(entry.first, tableName);
     });
@@ -77,7 +86,7 @@ std::unique_ptr<Recordset> MemoryStore::OpenSorted(TextView tableName, std::span
             return descending ? b < a : a < b;
         });
     }
-    return std::make_unique<MemoryRecordset>(table, std::move(order), static_cast<std::size_t>(skip));
+    return std::make_unique<MemoryRecordset>(*this, table, std::move(order), static_cast<std::size_t>(skip));
 }
 
 void MemoryStore::Execute(TextView) {

@@ -13,11 +13,12 @@ struct MemoryTable {
     std::vector<std::vector<Value>> rows;
 };
 
-// How often a table was opened, and the rows of each.
+// Also counts how many cursors are open, and remembers the keys of the last sort.
 class MemoryStore : public RowStore {
 public:
     std::map<Text, MemoryTable> tables;
-    int openings = 0;
+    int openCursors = 0;
+    std::vector<SortKey> lastSort;
 
     Text Name() const override { return u"memory"; }
     std::unique_ptr<Recordset> OpenRecordset(TextView tableName) override;

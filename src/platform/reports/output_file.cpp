@@ -39,7 +39,8 @@ ErrorNumber numberOf(int systemError) {
 
 OutputFile::OutputFile(const relvane::Text& path, TextView suffix) : path_(path) {
     const std::string wanted = nativePath(path);
-    if (access(wanted.c_str(), F_OK) == 0 && access(wanted.c_str(), W_OK) != 0) {
+    const auto permits = [&](int mode) { return faccessat(AT_FDCWD, wanted.c_str(), mode, AT_EACCESS) == 0; };
+    if (permits(F_OK) && !permits(W_OK)) {
         error_ = EACCES; // a file that must not be written is not replaced either
         check();
     }

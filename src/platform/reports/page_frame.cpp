@@ -5,7 +5,17 @@
 namespace relvane::reports {
 namespace {
 
-constexpr double titleShare = 0.55; // of the head, at most, for the title
+constexpr double titleShare = 0.55;      // of the head, at most, for the title
+constexpr std::size_t mostHeadLines = 4; // of the title and of the file line
+
+// Leaves so many lines as a head may have, and a sign where there were more.
+void limit(std::vector<TextLine>& lines) {
+    if (lines.size() > mostHeadLines) {
+        lines.resize(mostHeadLines);
+        lines.back().text.chop(1);
+        lines.back().text += QChar(style::cutSign);
+    }
+}
 
 } // namespace
 
@@ -28,6 +38,7 @@ PageFrame::PageFrame(const ReportDefinition& definition, Fonts& fonts, const QSt
     // Title on the left, the lines on the right; both begin at the top and end on the double rule.
     const int titleFont = fonts.number(style::title), lineFont = fonts.number(style::note);
     title_ = wrap(fonts, titleFont, title, width() * titleShare, Wrap::Words);
+    limit(title_);
     double titleWidth = 0;
     for (const TextLine& line : title_) {
         titleWidth = std::max(titleWidth, fonts.width(titleFont, line.text));
@@ -35,6 +46,7 @@ PageFrame::PageFrame(const ReportDefinition& definition, Fonts& fonts, const QSt
     if (!fileLine.isEmpty()) {
         right_lines_ =
             wrap(fonts, lineFont, fileLine, width() - titleWidth - 6 * style::mm, Wrap::Characters);
+        limit(right_lines_);
     }
     right_lines_.push_back({formatted(Value(printed), Format::Time).left(16)});
     const double linesHeight = (static_cast<double>(right_lines_.size()) + 1) * fonts.pitch(lineFont);

@@ -9,7 +9,7 @@ namespace {
 
 constexpr double sizeStep = 0.5;      // points, when a text is set smaller
 constexpr double unbrokenShare = 0.6; // of its size, down to which a text is rather set smaller than broken,
-constexpr double unbrokenPoints = 7; // but never smaller than this
+constexpr double unbrokenPoints = 7;  // but never smaller than this
 
 struct Box {
     double x, y, width, height;

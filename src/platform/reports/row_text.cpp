@@ -167,12 +167,20 @@ void Rows::openAt(std::int64_t number) {
 }
 
 const Row* Rows::at(std::int64_t number) {
-    if (cursor_ == nullptr || number < first_ ||
-        number > first_ + static_cast<std::int64_t>(window_.size() + windowRows)) {
+    const auto behind = [&] { return first_ + static_cast<std::int64_t>(window_.size()); };
+    if (end_ >= 0 && number >= end_) {
+        cursor_.reset();
+        return nullptr;
+    }
+    const bool inWindow = number >= first_ && number < behind();
+    if (!inWindow && (cursor_ == nullptr || number < first_ ||
+                      number > behind() + static_cast<std::int64_t>(windowRows))) {
         openAt(number);
     }
-    while (number >= first_ + static_cast<std::int64_t>(window_.size())) {
+    while (number >= behind()) {
         if (cursor_->EOF_()) {
+            end_ = behind();
+            cursor_.reset();
             return nullptr;
         }
         Row row;

@@ -30,7 +30,8 @@ QString textOf(const Template& text, const Row& row, const ReportDefinition& def
 
 bool holds(const Condition& condition, const Row& row);
 
-// Reads the rows of a source by their number, forward at the speed of one cursor; a jump back opens a new one.
+// Reads the rows of a source by their number, forward at the speed of one cursor; a jump back opens a new one. At
+// the end of the rows the cursor is closed, so that a store that was read to the end is left without a reader.
 class Rows {
 public:
     Rows(std::shared_ptr<RowStore> store, Text source, std::vector<SortKey> sort, FieldNames fields);
@@ -49,6 +50,7 @@ private:
     std::unique_ptr<Recordset> cursor_;
     std::vector<int> positions_; // of the fields in the cursor
     std::int64_t first_ = 0;     // number of the first row in the window
+    std::int64_t end_ = -1;      // number of rows, once it is known
     std::deque<Row> window_;
 };
 

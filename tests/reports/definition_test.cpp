@@ -1,0 +1,116 @@
+// The language of the definitions: what it refuses, and where it says so.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/runtime_error.h"
+#include "report_samples.h"
+
+namespace relvane::test {
+namespace {
+
+using testing::HasSubstr;
+
+std::string complaintOf(const std::string& json) {
+    try {
+        reports::parseDefinition(u"R_Test", text(json));
+    } catch (const RunTimeError& error) {
+        EXPECT_TRUE(error.is(ErrorNumber::DatabaseDamaged));
+        return toUtf8(error.description());
+    }
+    return "accepted";
+}
+
+TEST(Definition, IsReadWhole) {
+    const auto report = reports::parseDefinition(u"R_RvObjectAll", deliveredDefinition("R_RvObjectAll"));
+    EXPECT_EQ(report.orientation, reports::Orientation::Lying);
+    EXPECT_EQ(report.source, u"T_RvObject");
+    EXPECT_EQ(report.sort.size(), 2U);
+    EXPECT_EQ(report.groups.size(), 1U);
+    EXPECT_EQ(report.tables.front().columns.size(), 6U);
+    EXPECT_EQ(report.counters.size(), 7U);
+    // A field that is named twice is read once.
+    EXPECT_EQ(std::count(report.fields.begin(), report.fields.end(), Text(u"Class")), 1);
+}
+
+TEST(Definition, KnowsKanaOrderAndDescendingKeys) {
+    const auto report = reports::parseDefinition(u"R", uR"({ "source": "V",
+        "sort": [ { "field": "Name", "kana": true }, { "field": "Date", "descending": true } ],
+        "tables": [ { "columns": [ { "text": "[Name]" } ] } ] })");
+    ASSERT_EQ(report.sort.size(), 2U);
+    EXPECT_EQ(report.sort[0].collation, Collation::Kana);
+    EXPECT_TRUE(report.sort[1].descending);
+}
+
+TEST(Definition, SaysWhereItIsWrong) {
+    const std::string rest = R"("tables": [ { "columns": [ { "text": "[a]" } ] } ] })";
+    EXPECT_THAT(complaintOf("{ "), HasSubstr("R_Test: no JSON"));
+    EXPECT_THAT(complaintOf("{ " + rest), HasSubstr("R_Test.source: is missing"));
+    EXPECT_THAT(complaintOf(R"({ "source": "V" })"), HasSubstr("either tables or placed"));
+    EXPECT_THAT(complaintOf(R"({ "source": "V", "colour": "red", )" + rest),
+                HasSubstr("R_Test.colour: is not known"));
+    EXPECT_THAT(complaintOf(R"({ "source": "V", "page": "round", )" + rest),
+                HasSubstr("R_Test.page: one of upright, lying"));
+    EXPECT_THAT(complaintOf(R"({ "source": "V", "columns": 3, )" + rest), HasSubstr("a number from 1 to 2"));
+    EXPECT_THAT(complaintOf(R"({ "source": "V", "tables": [ { "columns": [ { "text": "[a" } ] } ] })"),
+                HasSubstr("R_Test.tables[0].columns[0].text: a bracket is not closed"));
+    EXPECT_THAT(complaintOf(R"({ "source": "V", "tables": [ { "columns": [ { "text": "[a|b]" } ] } ] })"),
+                HasSubstr("\"b\" is no format and no table of words"));
+    EXPECT_THAT(complaintOf(R"({ "source": "V", "tables": [ { "columns": [ { "text": "[#n]" } ] } ] })"),
+                HasSubstr("there is no counter \"n\""));
+    EXPECT_THAT(complaintOf(R"({ "source": "V", "groups": [ { "name": "g" } ], )" + rest),
+                HasSubstr("R_Test.groups[0].by"));
+    EXPECT_THAT(complaintOf(R"({ "source": "V", "counters": { "n": { "groups": "g" } }, )" + rest),
+                HasSubstr("R_Test.counters.n.groups: there is no such group"));
+    EXPECT_THAT(complaintOf(R"({ "source": "V", "tables": [ { "columns": [] } ] })"),
+                HasSubstr("a list of columns"));
+    EXPECT_THAT(complaintOf(R"({ "source": "V", "placed": [ { "at": [1, 2, 3], "text": "x" } ] })"),
+                HasSubstr("R_Test.placed[0].at: 4 numbers"));
+    EXPECT_THAT(complaintOf("[1, 2]"), HasSubstr("R_Test"));
+}
+
+TEST(Definition, RefusesColumnsWiderThanThePage) {
+    auto store = emptyStore();
+    store->tables[u"V"].fields = {u"a"};
+    const auto wide = reports::parseDefinition(u"R_Test", uR"({ "source": "V", "tables": [ { "columns": [
+        { "text": "[a]", "width": 150 }, { "text": "[a]", "width": 150 } ] } ] })");
+    EXPECT_THROW(reports::ReportDocument(store, wide, printed), RunTimeError);
+}
+
+TEST(Definition, OfAMissingFieldOrTableIsAnError) {
+    auto store = emptyStore();
+    store->tables[u"V"].fields = {u"b"};
+    const auto report = reports::parseDefinition(
+        u"R_Test", uR"({ "source": "V", "tables": [ { "columns": [ { "text": "[a]" } ] } ] })");
+    try {
+        reports::ReportDocument(store, report, printed);
+        FAIL();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), 3265);
+        EXPECT_THAT(toUtf8(error.description()), HasSubstr("V.a"));
+    }
+    store->tables.erase(u"V");
+    try {
+        reports::ReportDocument(store, report, printed);
+        FAIL();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), 3078);
+    }
+}
+
+TEST(Open, FindsAReportByNameWithoutRegardToCase) {
+    auto store = emptyStore();
+    EXPECT_EQ(reports::open(store, u"r_rvobjectall", printed).name(), u"R_RvObjectAll");
+}
+
+TEST(Open, DoesNotKnowOtherReports) {
+    try {
+        reports::open(emptyStore(), u"R_RvNothing", printed);
+        FAIL();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), 2103);
+        EXPECT_THAT(toUtf8(error.description()), HasSubstr("R_RvNothing"));
+    }
+}
+
+} // namespace
+} // namespace relvane::test
