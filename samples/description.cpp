@@ -283,6 +283,11 @@ private:
             table.flags = static_cast<std::uint32_t>(takeNumber(line, "flags"));
         } else if (keyword == u"row-count") {
             table.storedRowCount = static_cast<std::uint32_t>(takeNumber(line, "a number of rows"));
+        } else if (keyword == u"page-map") {
+            table.pageMap = line.takeIf(u"pages") ? PageMapKind::Pages : PageMapKind::Bitmap;
+            if (table.pageMap == PageMapKind::Bitmap && !line.takeIf(u"bitmap")) {
+                line.fail("a page map is bitmap or pages");
+            }
         } else {
             return false;
         }

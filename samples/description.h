@@ -18,6 +18,7 @@
 //     index NAME [primary] [unique] [ignore-nulls] [required] COLUMN [descending] ...
 //     row VALUE ...      moved-row VALUE ...      deleted-row
 //     flags NUMBER (catalogue: 2 of Access, 0x80000000 of the engine)    row-count NUMBER (a stale one)
+//     page-map bitmap|pages (which kind, whatever the size)
 //   link NAME access|odbc|isam DATABASE CONNECT SOURCE-TABLE ["-" for none]
 //     password-saved   exclusive
 //   relation NAME PRIMARY-TABLE FOREIGN-TABLE [not-enforced] [one-to-one] [cascade-updates] [cascade-deletes]
