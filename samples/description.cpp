@@ -1,46 +1,17 @@
 #include "sample_builder/description.h"
 
-#include <algorithm>
 #include <fstream>
 #include <iterator>
 
 #include "sample_builder/description_line.h"
 #include "sample_builder/description_query.h"
+#include "sample_builder/description_table.h"
 #include "sample_builder/description_value.h"
 #include "sample_builder/system_tables.h"
 
 namespace relvane::samples {
 
 namespace {
-
-struct ColumnWord {
-    const char16_t* name;
-    void (*apply)(ColumnSpec&);
-};
-
-constexpr ColumnWord columnWords[] = {
-    {u"auto", [](ColumnSpec& column) { column.autoNumber = true; }},
-    {u"hyperlink", [](ColumnSpec& column) { column.hyperlink = true; }},
-    {u"deleted", [](ColumnSpec& column) { column.deleted = true; }},
-    {u"variable", [](ColumnSpec& column) { column.place = ColumnPlace::Variable; }},
-    {u"fixed", [](ColumnSpec& column) { column.place = ColumnPlace::Fixed; }},
-    {u"inline", [](ColumnSpec& column) { column.longValues = LongValuePlace::Inline; }},
-    {u"one-page", [](ColumnSpec& column) { column.longValues = LongValuePlace::OnePage; }},
-    {u"chain", [](ColumnSpec& column) { column.longValues = LongValuePlace::Chain; }},
-};
-
-// Lines of a column that are a property with a fixed name.
-struct ColumnProperty {
-    const char16_t* keyword;
-    const char16_t* property;
-};
-
-constexpr ColumnProperty columnTexts[] = {{u"caption", u"Caption"},
-                                          {u"default", u"DefaultValue"},
-                                          {u"format", u"Format"},
-                                          {u"input-mask", u"InputMask"}};
-constexpr ColumnProperty columnSwitches[] = {{u"required", u"Required"},
-                                             {u"zero-length", u"AllowZeroLength"}};
 
 struct RelationWord {
     const char16_t* name;
@@ -66,15 +37,6 @@ constexpr DocumentKeyword documentKeywords[] = {{u"form", &DatabaseSpec::forms},
                                                 {u"report", &DatabaseSpec::reports},
                                                 {u"macro", &DatabaseSpec::macros},
                                                 {u"module", &DatabaseSpec::modules}};
-
-PropertySpec takeProperty(DescriptionLine& line) {
-    PropertySpec property;
-    property.name = line.takeText("a name");
-    const ColumnType type = takeType(line);
-    property.type = static_cast<int>(type);
-    property.value = takeValue(line, type);
-    return property;
-}
 
 // Reads line by line; remembers the object and the column that the line before belonged to.
 class Reader {
@@ -141,7 +103,7 @@ private:
 
     void startTable(TableSpec table) {
         start(Kind::Table, spec_.tables, std::move(table));
-        column_ = nullptr;
+        tableInProgress_ = {&spec_.tables.back()};
     }
 
     void startLink(DescriptionLine& line) {
@@ -183,8 +145,7 @@ private:
     bool ofEveryObject(TextView keyword, DescriptionLine& line) {
         if (keyword == u"property" && properties_ != nullptr) {
             properties_->push_back(takeProperty(line));
-        } else if (keyword == u"description" && properties_ != nullptr &&
-                   !(kind_ == Kind::Table && column_)) {
+        } else if (keyword == u"description" && properties_ != nullptr && !startedColumn()) {
             properties_->push_back({u"Description", line.takeText("a text")});
         } else if (keyword == u"created" && created_ != nullptr) {
             *created_ = takeDate(line);
@@ -197,6 +158,9 @@ private:
         }
         return true;
     }
+
+    // From here on a description is the column's.
+    bool startedColumn() const { return kind_ == Kind::Table && tableInProgress_.column != nullptr; }
 
     bool hide() {
         switch (kind_) {
@@ -222,7 +186,7 @@ private:
         case Kind::Database:
             return ofDatabase(keyword, line);
         case Kind::Table:
-            return ofTable(keyword, line) || (column_ != nullptr && ofColumn(keyword, line));
+            return readTableLine(tableInProgress_, keyword, line);
         case Kind::Link:
             return ofLink(keyword);
         case Kind::Query:
@@ -267,112 +231,6 @@ private:
         return true;
     }
 
-    bool ofTable(TextView keyword, DescriptionLine& line) {
-        TableSpec& table = spec_.tables.back();
-        if (keyword == u"column") {
-            takeColumn(table, line);
-        } else if (keyword == u"index") {
-            takeIndex(table, line);
-        } else if (keyword == u"row") {
-            table.rows.push_back(takeRow(table, line));
-        } else if (keyword == u"moved-row") {
-            table.rows.push_back(takeRow(table, line).asMoved());
-        } else if (keyword == u"deleted-row") {
-            table.rows.push_back(RowSpec{}.asDeleted());
-        } else if (keyword == u"flags") {
-            table.flags = static_cast<std::uint32_t>(takeNumber(line, "flags"));
-        } else if (keyword == u"row-count") {
-            table.storedRowCount = static_cast<std::uint32_t>(takeNumber(line, "a number of rows"));
-        } else if (keyword == u"page-map") {
-            table.pageMap = line.takeIf(u"pages") ? PageMapKind::Pages : PageMapKind::Bitmap;
-            if (table.pageMap == PageMapKind::Bitmap && !line.takeIf(u"bitmap")) {
-                line.fail("a page map is bitmap or pages");
-            }
-        } else {
-            return false;
-        }
-        return true;
-    }
-
-    void takeColumn(TableSpec& table, DescriptionLine& line) {
-        ColumnSpec column;
-        column.name = line.takeText("a name");
-        column.type = takeType(line);
-        if (column.type == ColumnType::Text || column.type == ColumnType::Binary) {
-            column.size = takeNumber(line, "a size");
-        }
-        while (!line.atEnd()) {
-            if (line.takeIf(u"ordinal")) {
-                column.ordinal = takeNumber(line, "an ordinal");
-                continue;
-            }
-            const Text option = line.takeText("an option");
-            const auto known = std::find_if(std::begin(columnWords), std::end(columnWords),
-                                            [&](const ColumnWord& word) { return option == word.name; });
-            if (known == std::end(columnWords)) {
-                line.fail("no option of a column: " + toUtf8(option));
-            }
-            known->apply(column);
-        }
-        table.columns.push_back(std::move(column));
-        column_ = &table.columns.back();
-    }
-
-    bool ofColumn(TextView keyword, DescriptionLine& line) {
-        auto& properties = column_->properties;
-        if (keyword == u"description") {
-            properties.push_back({u"Description", line.takeText("a text")});
-            return true;
-        }
-        if (keyword == u"rule") {
-            properties.push_back({u"ValidationRule", line.takeText("a condition")});
-            properties.push_back({u"ValidationText", line.takeText("a message")});
-            return true;
-        }
-        if (keyword == u"column-property") {
-            properties.push_back(takeProperty(line));
-            return true;
-        }
-        for (const ColumnProperty& text : columnTexts) {
-            if (keyword == text.keyword) {
-                properties.push_back({text.property, line.takeText("a text")});
-                return true;
-            }
-        }
-        for (const ColumnProperty& on : columnSwitches) {
-            if (keyword == on.keyword) {
-                properties.push_back({on.property, true});
-                return true;
-            }
-        }
-        return false;
-    }
-
-    static void takeIndex(TableSpec& table, DescriptionLine& line) {
-        IndexSpec index;
-        index.name = line.takeText("a name");
-        index.primary = line.takeIf(u"primary");
-        index.unique = line.takeIf(u"unique");
-        index.ignoreNulls = line.takeIf(u"ignore-nulls");
-        index.required = line.takeIf(u"required");
-        do {
-            IndexColumnSpec column{line.takeText("a column")};
-            column.descending = line.takeIf(u"descending");
-            index.columns.push_back(column);
-        } while (!line.atEnd());
-        table.indexes.push_back(std::move(index));
-    }
-
-    static RowSpec takeRow(const TableSpec& table, DescriptionLine& line) {
-        RowSpec row{};
-        for (const ColumnSpec& column : table.columns) {
-            if (!column.deleted && !line.atEnd()) {
-                row.values.push_back(takeValue(line, column.type));
-            }
-        }
-        return row;
-    }
-
     bool ofLink(TextView keyword) {
         if (keyword == u"password-saved") {
             spec_.links.back().passwordSaved = true;
@@ -390,7 +248,7 @@ private:
     std::vector<PropertySpec>* properties_ = nullptr;
     std::optional<DateTime>*created_ = nullptr, *updated_ = nullptr;
     bool* hidden_ = nullptr;
-    ColumnSpec* column_ = nullptr;
+    TableInProgress tableInProgress_;
 };
 
 } // namespace

@@ -138,6 +138,15 @@ Value takeValue(DescriptionLine& line, ColumnType type) {
     }
 }
 
+PropertySpec takeProperty(DescriptionLine& line) {
+    PropertySpec property;
+    property.name = line.takeText("a name");
+    const ColumnType type = takeType(line);
+    property.type = static_cast<int>(type);
+    property.value = takeValue(line, type);
+    return property;
+}
+
 int takeNumber(DescriptionLine& line, const char* what) {
     const Text text = line.takeText(what);
     const auto number = text.starts_with(u"0x") ? parse<int>(TextView(text).substr(2), 16) : parse<int>(text);

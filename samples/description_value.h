@@ -12,6 +12,9 @@ ColumnType takeType(DescriptionLine& line);
 // A value of that type. "-" unquoted is Null.
 Value takeValue(DescriptionLine& line, ColumnType type);
 
+// A line's "NAME TYPE VALUE".
+PropertySpec takeProperty(DescriptionLine& line);
+
 int takeNumber(DescriptionLine& line, const char* what); // decimal, or hexadecimal with 0x
 DateTime takeDate(DescriptionLine& line);                // "1998-04-01" or "1998-04-01T09:30:00"
 
