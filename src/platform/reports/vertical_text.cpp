@@ -15,11 +15,13 @@ constexpr std::u16string_view turnedSigns = u"ー－‐―—–…‥～〜＝�
 constexpr std::u16string_view smallKana = u"ぁぃぅぇぉっゃゅょゎァィゥェォッャュョヮヵヶ";
 constexpr std::u16string_view stops = u"、。，．";
 
-// Columns do not begin with these; the one before gets longer by it.
-bool hangs(const QString& text) {
-    return !text.isEmpty() &&
-           (stops.find(text[0].unicode()) != std::u16string_view::npos ||
-            std::u16string_view(u"」』）】］｝〉》").find(text[0].unicode()) != std::u16string_view::npos);
+// Columns do not begin with these: they take their neighbour along.
+bool mayNotBegin(const QString& text) {
+    constexpr std::u16string_view others = u"・ー々」』）】］｝〉》！？";
+    const char16_t first = text.isEmpty() ? u' ' : text[0].unicode();
+    return stops.find(first) != std::u16string_view::npos ||
+           others.find(first) != std::u16string_view::npos ||
+           smallKana.find(first) != std::u16string_view::npos;
 }
 
 // Half-width kana with its marks and ASCII in full width.
@@ -103,8 +105,7 @@ std::vector<std::size_t> VerticalText::columns(std::size_t perColumn) const {
             starts.push_back(i + 1); // no column begins with a blank
             filled = 0;
         } else if (filled == perColumn) {
-            // What must not stand at the head of a column takes its neighbour along.
-            const std::size_t start = hangs(glyphs_[i].text) && i > starts.back() + 1 ? i - 1 : i;
+            const std::size_t start = mayNotBegin(glyphs_[i].text) && i > starts.back() + 1 ? i - 1 : i;
             starts.push_back(start);
             filled = i - start + 1;
         } else {
