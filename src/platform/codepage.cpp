@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -122,32 +122,36 @@ bool canTrail(std::uint8_t byte) {
 
 class Page {
 public:
-    explicit Page(const PageDescription& description) : defaultCharacter_(description.defaultCharacter) {
+    explicit Page(const PageDescription& description)
+        : description_(description), defaultCharacter_(description.defaultCharacter) {
         Converter toUtf16("UTF-16LE", description.iconvName);
-        Converter fromUtf16(description.iconvName, "UTF-16LE");
         fillSingle(toUtf16, description);
-        fillCodes(fromUtf16);
     }
 
     Text decode(std::span<const std::uint8_t> bytes) const {
-        Text text;
-        text.reserve(bytes.size());
+        Text text(bytes.size(), u'\0');
+        std::size_t length = 0;
         for (std::size_t i = 0; i < bytes.size(); ++i) {
             const std::uint8_t byte = bytes[i];
-            if (single_[byte] != none) {
-                text += single_[byte];
-            } else if (i + 1 < bytes.size() && canTrail(bytes[i + 1])) {
-                const char16_t character = (*pairs_[byte])[bytes[++i]];
-                text += character == none ? defaultCharacter_ : character;
-            } else {
-                text += defaultCharacter_;
+            char16_t character = single_[byte];
+            if (character == none) { // the first byte of a pair
+                if (i + 1 < bytes.size() && canTrail(bytes[i + 1])) {
+                    character = (*pairs_[byte])[bytes[++i]];
+                }
+                character = character == none ? defaultCharacter_ : character;
             }
+            text[length++] = character;
         }
+        text.resize(length);
         return text;
     }
 
-    // 0 for a unit without a code; the code of U+0000 is 0 as well.
-    std::uint16_t codeOf(char16_t unit) const { return codes_[unit]; }
+    // By UTF-16 unit: 0 for a unit without a code; the code of U+0000 is 0 as well. Filled at the first use, which
+    // takes longer than all the rest and which a program that reads alone never needs.
+    const std::vector<std::uint16_t>& codes() const {
+        std::call_once(codesFilled_, [this] { fillCodes(); });
+        return codes_;
+    }
 
 private:
     using Trails = std::array<char16_t, 256>;
@@ -190,7 +194,8 @@ private:
         }
     }
 
-    void fillCodes(Converter& fromUtf16) {
+    void fillCodes() const {
+        Converter fromUtf16(description_.iconvName, "UTF-16LE");
         codes_.resize(0x10000);
         for (unsigned unit = 1; unit < 0x10000; ++unit) {
             const std::string code =
@@ -210,26 +215,33 @@ private:
         }
     }
 
+    const PageDescription& description_;
     char16_t defaultCharacter_;
     Trails single_;                                  // `none` for a byte that begins a pair
     std::array<std::unique_ptr<Trails>, 256> pairs_; // by lead byte
-    std::vector<std::uint16_t> codes_;               // by UTF-16 unit
+    mutable std::once_flag codesFilled_;
+    mutable std::vector<std::uint16_t> codes_;
 };
 
 // Filled at the first use: a page of pairs costs a few milliseconds, and most runs need one or two pages.
 const Page& pageOf(int codePage) {
     static std::mutex mutex;
-    static std::map<int, std::unique_ptr<const Page>> pages;
+    static std::array<std::unique_ptr<const Page>, std::size(descriptions)> pages;
+    static std::array<std::atomic<const Page*>, std::size(descriptions)> filled; // what needs no lock
     const PageDescription* description = describe(codePage);
     if (description == nullptr) {
         description = describe(latinCodePage);
     }
-    const std::lock_guard lock(mutex);
-    auto& page = pages[description->number];
-    if (!page) {
-        page = std::make_unique<const Page>(*description);
+    const auto place = static_cast<std::size_t>(description - descriptions);
+    if (const Page* page = filled[place].load(std::memory_order_acquire)) {
+        return *page;
     }
-    return *page;
+    const std::lock_guard lock(mutex);
+    if (!pages[place]) {
+        pages[place] = std::make_unique<const Page>(*description);
+        filled[place].store(pages[place].get(), std::memory_order_release);
+    }
+    return *pages[place];
 }
 
 } // namespace
@@ -247,11 +259,11 @@ Text decode(std::string_view bytes, int codePage) {
 }
 
 std::string encode(TextView text, int codePage) {
-    const Page& page = pageOf(codePage);
+    const std::vector<std::uint16_t>& codes = pageOf(codePage).codes();
     std::string bytes;
     bytes.reserve(text.size());
     for (const char16_t unit : text) {
-        const std::uint16_t code = page.codeOf(unit);
+        const std::uint16_t code = codes[unit];
         if (code > 0xFF) {
             bytes += static_cast<char>(code >> 8);
         }
@@ -261,8 +273,8 @@ std::string encode(TextView text, int codePage) {
 }
 
 bool canEncode(TextView text, int codePage) {
-    const Page& page = pageOf(codePage);
-    return std::ranges::all_of(text, [&](char16_t unit) { return unit == 0 || page.codeOf(unit) != 0; });
+    const std::vector<std::uint16_t>& codes = pageOf(codePage).codes();
+    return std::ranges::all_of(text, [&](char16_t unit) { return unit == 0 || codes[unit] != 0; });
 }
 
 } // namespace relvane

@@ -93,15 +93,18 @@ Text fromUtf8(std::string_view bytes) {
 }
 
 char16_t upperCase(char16_t c) {
+    if (c < 0x80) { // nearly all that is ever asked
+        return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 0x20) : c;
+    }
     // Blocks in which a small letter stands a fixed distance behind its capital.
     struct Block {
         char16_t first, last, distance;
     };
     static constexpr Block blocks[] = {
-        {u'a', u'z', 0x20},     {0x00E0, 0x00F6, 0x20}, {0x00F8, 0x00FE, 0x20}, // Latin, Latin-1
-        {0x03B1, 0x03C1, 0x20}, {0x03C3, 0x03CB, 0x20},                         // Greek
-        {0x0430, 0x044F, 0x20}, {0x0450, 0x045F, 0x50},                         // Cyrillic
-        {0xFF41, 0xFF5A, 0x20},                                                 // full-width Latin
+        {0x00E0, 0x00F6, 0x20}, {0x00F8, 0x00FE, 0x20}, // Latin-1
+        {0x03B1, 0x03C1, 0x20}, {0x03C3, 0x03CB, 0x20}, // Greek
+        {0x0430, 0x044F, 0x20}, {0x0450, 0x045F, 0x50}, // Cyrillic
+        {0xFF41, 0xFF5A, 0x20},                         // full-width Latin
         {0x2170, 0x217F, 0x10}, {0x24D0, 0x24E9, 0x1A}, // Roman numerals, circled letters
     };
     for (const Block& block : blocks) {
@@ -144,7 +147,7 @@ Text upperCase(TextView text) {
 
 bool equalsIgnoringCase(TextView left, TextView right) {
     return std::ranges::equal(left, right,
-                              [](char16_t a, char16_t b) { return upperCase(a) == upperCase(b); });
+                              [](char16_t a, char16_t b) { return a == b || upperCase(a) == upperCase(b); });
 }
 
 Text toText(long long number) {

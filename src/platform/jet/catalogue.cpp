@@ -96,9 +96,9 @@ const CatalogueEntry* Catalogue::find(ObjectType type, TextView name) const {
     return found == entries_.end() ? nullptr : &*found;
 }
 
-PropertyBlob Catalogue::properties(const CatalogueEntry& entry) const {
+PropertyBlob Catalogue::properties(const CatalogueEntry& entry, PropertyScope scope) const {
     const Bytes blob = row(entry).bytes(u"LvProp");
-    return readPropertyBlob(file_, ByteSpan(blob, entry.row.page));
+    return readPropertyBlob(file_, ByteSpan(blob, entry.row.page), scope);
 }
 
 } // namespace relvane::jet

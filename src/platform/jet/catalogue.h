@@ -36,7 +36,8 @@ public:
 
     // Columns of an entry's row that are read only when asked for: "Lv", "Database", "Connect" and so on.
     NamedRow row(const CatalogueEntry& entry) const { return {table_, entry.row}; }
-    PropertyBlob properties(const CatalogueEntry& entry) const; // of the column LvProp
+    PropertyBlob properties(const CatalogueEntry& entry,
+                            PropertyScope scope = PropertyScope::Everything) const; // of the column LvProp
 
     const Table& table() const { return table_; }
     bool isOrderedByIndex() const { return orderedByIndex_; }

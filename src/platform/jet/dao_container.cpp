@@ -18,7 +18,7 @@ public:
     Value LastUpdated() const override { return entry_.updated; }
     dao::Properties& Properties() override {
         if (!properties_) {
-            const PropertyBlob stored = file_->catalogue().properties(entry_);
+            const PropertyBlob stored = file_->catalogue().properties(entry_, PropertyScope::ObjectAlone);
             properties_ = joinProperties(
                 {
                     builtIn(u"Name", 10, Name()),

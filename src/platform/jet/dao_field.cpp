@@ -55,7 +55,25 @@ public:
         facts_.defaultValue = storedText(stored, u"DefaultValue");
         facts_.validationRule = storedText(stored, u"ValidationRule");
         facts_.validationText = storedText(stored, u"ValidationText");
-        properties_ = joinProperties(builtIns(), stored);
+        properties_ = joinProperties(
+            {
+                builtIn(u"Attributes", 4, std::int64_t{facts_.attributes}),
+                builtIn(u"CollatingOrder", 4, std::int64_t{facts_.collatingOrder}),
+                builtIn(u"Type", 3, std::int64_t{facts_.type}),
+                builtIn(u"Name", 10, facts_.name),
+                builtIn(u"OrdinalPosition", 3, std::int64_t{facts_.ordinal}),
+                builtIn(u"Size", 4, std::int64_t{facts_.size}),
+                builtIn(u"SourceField", 10, facts_.name),
+                builtIn(u"SourceTable", 10, facts_.table),
+                builtIn(u"ValidateOnSet", 1, false),
+                builtIn(u"DataUpdatable", 1, true),
+                builtIn(u"DefaultValue", 12, facts_.defaultValue),
+                builtIn(u"ValidationRule", 12, facts_.validationRule),
+                builtIn(u"ValidationText", 12, facts_.validationText),
+                builtIn(u"Required", 1, facts_.required),
+                builtIn(u"AllowZeroLength", 1, facts_.allowZeroLength),
+            },
+            stored);
     }
 
     Text Name() const override { return facts_.name; }
@@ -73,26 +91,6 @@ public:
     dao::Properties& Properties() override { return properties_; }
 
 private:
-    std::vector<dao::Property> builtIns() const {
-        return {
-            builtIn(u"Attributes", 4, std::int64_t{facts_.attributes}),
-            builtIn(u"CollatingOrder", 4, std::int64_t{facts_.collatingOrder}),
-            builtIn(u"Type", 3, std::int64_t{facts_.type}),
-            builtIn(u"Name", 10, facts_.name),
-            builtIn(u"OrdinalPosition", 3, std::int64_t{facts_.ordinal}),
-            builtIn(u"Size", 4, std::int64_t{facts_.size}),
-            builtIn(u"SourceField", 10, facts_.name),
-            builtIn(u"SourceTable", 10, facts_.table),
-            builtIn(u"ValidateOnSet", 1, false),
-            builtIn(u"DataUpdatable", 1, true),
-            builtIn(u"DefaultValue", 12, facts_.defaultValue),
-            builtIn(u"ValidationRule", 12, facts_.validationRule),
-            builtIn(u"ValidationText", 12, facts_.validationText),
-            builtIn(u"Required", 1, facts_.required),
-            builtIn(u"AllowZeroLength", 1, facts_.allowZeroLength),
-        };
-    }
-
     FieldFacts facts_;
     dao::Properties properties_;
 };

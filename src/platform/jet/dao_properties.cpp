@@ -4,20 +4,23 @@
 
 namespace relvane::jet {
 
-dao::Property builtIn(TextView name, int type, Value value) {
-    return {.Name = Text(name), .value = std::move(value), .Type = type, .builtIn = true};
-}
-
-dao::Properties joinProperties(std::vector<dao::Property> properties,
+dao::Properties joinProperties(std::initializer_list<BuiltInProperty> builtIns,
                                const std::vector<StoredProperty>* stored) {
+    std::vector<dao::Property> properties;
+    properties.reserve(builtIns.size() + (stored == nullptr ? 0 : stored->size()));
+    for (const BuiltInProperty& property : builtIns) {
+        properties.push_back({.Name = Text(property.name),
+                              .value = std::move(property.value),
+                              .Type = property.type,
+                              .builtIn = true});
+    }
     if (stored == nullptr) {
         return dao::Properties(std::move(properties));
     }
-    const std::size_t builtIns = properties.size();
     for (const StoredProperty& property : *stored) {
-        const bool known = std::any_of(
-            properties.begin(), properties.begin() + static_cast<std::ptrdiff_t>(builtIns),
-            [&](const dao::Property& other) { return equalsIgnoringCase(other.Name, property.name); });
+        const bool known = std::ranges::any_of(builtIns, [&](const BuiltInProperty& other) {
+            return equalsIgnoringCase(other.name, property.name);
+        });
         if (!known) {
             properties.push_back({.Name = property.name,
                                   .value = property.value,

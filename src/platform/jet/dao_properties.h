@@ -1,6 +1,7 @@
 // Properties as DAO lists them: the members of the object's class first, what is stored in the file behind them.
 #pragma once
 
+#include <initializer_list>
 #include <vector>
 
 #include "jet/property_blob.h"
@@ -8,10 +9,21 @@
 
 namespace relvane::jet {
 
-dao::Property builtIn(TextView name, int type, Value value);
+// A member of the object's class on its way into a list. A braced list hands out its elements as constants; the
+// value is mutable so that it is moved on from there: a database has a hundred thousand of them.
+struct BuiltInProperty {
+    TextView name;
+    int type;
+    mutable Value value;
+};
+inline BuiltInProperty builtIn(TextView name, int type, Value value) {
+    return {name, type, std::move(value)};
+}
 
 // A stored property that a built-in one answers for already is left out; the others keep order and spelling.
-dao::Properties joinProperties(std::vector<dao::Property> builtIn, const std::vector<StoredProperty>* stored);
+// Takes the values out of `builtIns`.
+dao::Properties joinProperties(std::initializer_list<BuiltInProperty> builtIns,
+                               const std::vector<StoredProperty>* stored);
 
 // The value of a stored property; `fallback` when it is absent or of another kind. `stored` may be null.
 Text storedText(const std::vector<StoredProperty>* stored, TextView name);

@@ -99,7 +99,7 @@ const std::vector<StoredProperty>* PropertyBlob::column(TextView name) const {
     return found == ofColumns.end() ? nullptr : &found->properties;
 }
 
-PropertyBlob readPropertyBlob(const PageFile& file, const ByteSpan& blob) {
+PropertyBlob readPropertyBlob(const PageFile& file, const ByteSpan& blob, PropertyScope scope) {
     PropertyBlob result;
     if (blob.size() == 0) {
         return result;
@@ -116,7 +116,9 @@ PropertyBlob readPropertyBlob(const PageFile& file, const ByteSpan& blob) {
             names = readNames(file, body);
             continue;
         }
-        if (kind != propertyChunk::ofObject && kind != propertyChunk::ofColumn) {
+        const bool wanted = kind == propertyChunk::ofObject ||
+                            (kind == propertyChunk::ofColumn && scope == PropertyScope::Everything);
+        if (!wanted) {
             continue;
         }
         // The owner's header says its own length, which rules where the values begin.

@@ -31,7 +31,11 @@ struct PropertyBlob {
 
 const StoredProperty* findProperty(const std::vector<StoredProperty>& properties, TextView name);
 
+// Most of a table's blob is about its columns, which whoever asks for the object alone need not pay for.
+enum class PropertyScope { Everything, ObjectAlone };
+
 // An empty blob has no properties. Error 3049 for anything that does not fit.
-PropertyBlob readPropertyBlob(const PageFile& file, const ByteSpan& blob);
+PropertyBlob readPropertyBlob(const PageFile& file, const ByteSpan& blob,
+                              PropertyScope scope = PropertyScope::Everything);
 
 } // namespace relvane::jet
