@@ -1,9 +1,15 @@
-// The walk over everything that DAO tells about a database: definitions, properties, queries with their texts and
-// fields, documents, relations. Also for profiling the reader.
+// Two ways to read all that a database file says of itself. Also for profiling.
+//
+// readWhole: the file's own records, each once: the catalogue, the definition of every table, every stored property,
+// the rows of queries and relations.
+// walk: the same through the object model that the analyses use, which adds the built-in properties of each object,
+// the texts and fields of queries, and documents.
 #pragma once
 
+#include <memory>
 #include <string>
 
+#include "jet/jet_file.h"
 #include "jet/open_database.h"
 #include "platform/native_path.h"
 
@@ -11,7 +17,6 @@ namespace relvane::bench {
 
 class Walk {
 public:
-    // The number of values that were read.
     std::size_t run(dao::Database& database) {
         properties(database.Properties());
         for (const auto& table : database.TableDefs()) {
@@ -64,9 +69,30 @@ private:
     std::size_t values_ = 0;
 };
 
+// Both give the number of values that were read.
+
 inline std::size_t walk(const std::string& path) {
     const auto database = jet::openDatabase(textOfNativePath(path));
     return Walk().run(*database);
+}
+
+inline std::size_t readWhole(const std::string& path) {
+    const jet::JetFile file(jet::openByteFile(path));
+    std::size_t values = file.relations().size();
+    for (const jet::CatalogueEntry& entry : file.catalogue().entries()) {
+        const jet::PropertyBlob properties = file.catalogue().properties(entry);
+        values += properties.ofObject.size();
+        for (const auto& column : properties.ofColumns) {
+            values += column.properties.size();
+        }
+        if (entry.type == jet::ObjectType::Table) {
+            const jet::TableDefinition& definition = file.table(entry).definition();
+            values += definition.columns.size() + definition.logicalIndexes.size();
+        } else if (entry.type == jet::ObjectType::Query) {
+            values += file.queryRows(entry).size();
+        }
+    }
+    return values;
 }
 
 } // namespace relvane::bench
