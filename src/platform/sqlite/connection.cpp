@@ -196,4 +196,18 @@ void Connection::commitQuietly() noexcept {
     }
 }
 
+ReadTransaction::ReadTransaction(Connection& connection) {
+    if (sqlite3_get_autocommit(connection.handle()) != 0) {
+        connection.execute("BEGIN");
+        handle_ = connection.handle();
+    }
+}
+
+ReadTransaction::~ReadTransaction() {
+    if (handle_ != nullptr) {
+        sqlite3_exec(handle_, "COMMIT", nullptr, nullptr,
+                     nullptr); // nothing was written, so nothing can fail
+    }
+}
+
 } // namespace relvane::sqlite

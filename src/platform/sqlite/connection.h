@@ -77,4 +77,16 @@ private:
     Text path_;
 };
 
+// While it lives, all reading sees one state of the file; inside a transaction of an analysis it does nothing.
+class ReadTransaction {
+public:
+    explicit ReadTransaction(Connection& connection);
+    ~ReadTransaction();
+    ReadTransaction(const ReadTransaction&) = delete;
+    ReadTransaction& operator=(const ReadTransaction&) = delete;
+
+private:
+    sqlite3* handle_ = nullptr; // nullptr when another transaction is open
+};
+
 } // namespace relvane::sqlite

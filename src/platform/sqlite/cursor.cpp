@@ -35,9 +35,7 @@ Cursor::Cursor(std::shared_ptr<Connection> connection, RowSource source)
       rows_("main." + identifier(source_.name)),
       columns_(columnsOf(*connection_, source_.name)),
       readOnly_(source_.isView) {
-    for (const Column& column : columns_) {
-        defaults_.push_back(column.defaultValue);
-    }
+    newRow_.resize(columns_.size());
     if (source_.isView) {
         copyRowsOfView();
     }
@@ -84,7 +82,7 @@ void Cursor::refuseReadOnly() const {
 
 void Cursor::AddNew() {
     refuseReadOnly();
-    newRow_ = defaults_;
+    written_.assign(columns_.size(), false);
     writing_ = true;
     lastCollected_ = columns_.size();
 }
@@ -96,7 +94,13 @@ void Cursor::Collect(TextView field, const Value& value) {
     if (!writing_) {
         throw RunTimeError(ErrorNumber::UpdateWithoutAddNew);
     }
-    newRow_[position] = converted(columns_[position].kind, value);
+    const Text* text = std::get_if<Text>(&value);
+    if (text != nullptr && columns_[position].kind == Kind::Text) {
+        newRow_[position] = *text; // into the memory of the row before: most values are texts
+    } else {
+        newRow_[position] = converted(columns_[position].kind, value);
+    }
+    written_[position] = true;
 }
 
 void Cursor::Update() {
@@ -113,7 +117,7 @@ void Cursor::Update() {
     }
     connection_->beginWriting();
     for (std::size_t i = 0; i < newRow_.size(); ++i) {
-        bindValue(insert_, static_cast<int>(i + 1), newRow_[i]);
+        bindValue(insert_, static_cast<int>(i + 1), valueToWrite(i));
     }
     insert_.step();
     writing_ = false;
@@ -190,9 +194,13 @@ void Cursor::release() {
     }
 }
 
+const Value& Cursor::valueToWrite(std::size_t position) const {
+    return written_[position] ? newRow_[position] : columns_[position].defaultValue;
+}
+
 const Value& Cursor::valueAt(std::size_t position) const {
     if (writing_) {
-        return newRow_[position];
+        return valueToWrite(position);
     }
     const Row* row = currentRow();
     if (row == nullptr) {
@@ -223,7 +231,9 @@ void Cursor::fetch() const {
         complete_ = fetched_.empty();
         return;
     }
-    // A row that was deleted since the cursor was opened is passed over.
+    // One transaction for the handful, so that the file is locked once and not for each row. A row that was deleted
+    // since the cursor was opened is passed over.
+    const ReadTransaction together(*connection_);
     while (fetched_.size() < rowsAtOnce && nextInOrder_ < order_->size()) {
         select_.bind(1, (*order_)[nextInOrder_++]);
         fetchRow(select_);

@@ -55,6 +55,7 @@ private:
     const Row* currentRow() const; // nullptr at EOF
     void fetch() const;
     void fetchRow(Statement& statement) const;
+    const Value& valueToWrite(std::size_t position) const;
     const Value& valueAt(std::size_t position) const;
     void release();
 
@@ -68,7 +69,7 @@ private:
     // The row being written.
     bool writing_ = false;
     Row newRow_;
-    Row defaults_;
+    std::vector<bool> written_; // which of its fields have a value; the others have their default
     std::size_t lastCollected_ = 0;
     Statement insert_;
 
