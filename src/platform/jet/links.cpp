@@ -59,10 +59,11 @@ Link readLink(const Catalogue& catalogue, const CatalogueEntry& entry) {
 
 std::string resolveLink(const Link& link, const LinkResolver& resolver) {
     if (link.isOdbc) {
-        throw RunTimeError(ErrorNumber::OdbcFailed, link.connect);
+        // The source's name alone: the connect text may hold a password.
+        throw RunTimeError(ErrorNumber::OdbcFailed, connectValue(link.source, u"DSN"));
     }
     if (!link.isJet()) {
-        throw RunTimeError(ErrorNumber::IsamMissing, link.connect);
+        throw RunTimeError(ErrorNumber::IsamMissing, link.path);
     }
     if (const auto found = resolver(link.path)) {
         return *found;

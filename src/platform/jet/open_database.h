@@ -22,8 +22,8 @@ using LinkResolver = std::function<std::optional<std::string>(const Text& path)>
 LinkResolver besideTheTarget(std::string folder);
 
 struct OpenOptions {
-    Text password;
-    LinkResolver resolveLink; // without one: besideTheTarget(folder of the file)
+    Text password{};
+    LinkResolver resolveLink{}; // without one: besideTheTarget(folder of the file)
 };
 
 // Errors: 3044 the path is malformed or its folder does not exist, 3024 no such file, 3051 it cannot be read,

@@ -1,0 +1,19 @@
+// Opens the input as a database and reads all of it. Only the product's own error may come out.
+
+#include <cstddef>
+#include <cstdint>
+
+#include "fuzz/walk_database.h"
+#include "jet/open_database.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    constexpr int rowLimit = 40;
+    try {
+        const auto database =
+            relvane::jet::openDatabase(relvane::jet::makeMemorySource({data, data + size}), u"input.mdb");
+        relvane::test::walkDatabase(*database, rowLimit);
+    } catch (const relvane::RunTimeError&) {
+        // what a damaged file ends in
+    }
+    return 0;
+}

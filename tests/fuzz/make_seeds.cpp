@@ -1,0 +1,92 @@
+// Writes small databases into the folder named by the argument: seeds for fuzz_open that reach every reader.
+
+#include <fstream>
+#include <iostream>
+
+#include "sample_builder/database_writer.h"
+
+namespace relvane::samples {
+namespace {
+
+DatabaseSpec everyKindOfColumn() {
+    DatabaseSpec spec;
+    TableSpec table{.name = u"全部"};
+    table.columns = {
+        {.name = u"番号", .type = ColumnType::Long, .autoNumber = true},
+        {.name = u"可否", .type = ColumnType::Boolean},
+        {.name = u"バイト", .type = ColumnType::Byte},
+        {.name = u"整数", .type = ColumnType::Integer},
+        {.name = u"通貨", .type = ColumnType::Currency},
+        {.name = u"単精度", .type = ColumnType::Single},
+        {.name = u"倍精度", .type = ColumnType::Double},
+        {.name = u"日付", .type = ColumnType::Date},
+        {.name = u"文字",
+         .type = ColumnType::Text,
+         .size = 255,
+         .properties = {{u"Description", Text(u"説明")}}},
+        {.name = u"メモ", .type = ColumnType::Memo},
+        {.name = u"画像", .type = ColumnType::Ole},
+        {.name = u"長い", .type = ColumnType::Memo, .longValues = LongValuePlace::Chain},
+        {.name = u"識別", .type = ColumnType::Guid},
+    };
+    table.indexes = {{.name = u"PrimaryKey", .columns = {{u"番号"}}, .primary = true},
+                     {.name = u"文字", .columns = {{u"文字", true}, {u"整数"}}}};
+    const Text longText(600, u'長');
+    const Text wide(120, u'幅');
+    table.rows.push_back(RowSpec{std::int64_t{1}, true, std::int64_t{200}, std::int64_t{-5}, Currency{123400},
+                                 1.5f, 2.25, DateTime{1997, 4, 1, 12, 30, 0}, wide, longText, Bytes(3000, 7),
+                                 longText, Guid{}});
+    table.rows.push_back(RowSpec{std::int64_t{2}}.asMoved());
+    table.rows.push_back(RowSpec{std::int64_t{3}}.asDeleted());
+    table.rows.push_back(RowSpec{std::int64_t{4}}.fromBefore(3));
+    table.properties = {{u"Description", Text(u"全部の型")}, {u"OrderByOn", true}};
+    spec.tables.push_back(std::move(table));
+    return spec;
+}
+
+DatabaseSpec queriesAndLinks() {
+    DatabaseSpec spec;
+    spec.tables.push_back({.name = u"顧客",
+                           .columns = {{.name = u"番号", .type = ColumnType::Long},
+                                       {.name = u"氏名", .type = ColumnType::Text, .size = 20}},
+                           .rows = {RowSpec{std::int64_t{1}, Text(u"山田")}},
+                           .pageMap = PageMapKind::Pages});
+    spec.links.push_back({.name = u"在庫", .database = u"C:\\業務\\zaiko.mdb", .sourceTable = u"在庫"});
+    spec.links.push_back(
+        {.name = u"会計", .kind = LinkKind::Odbc, .connect = u"DSN=会計;", .sourceTable = u"会計"});
+    QuerySpec query;
+    query.name = u"結合";
+    query.rows = {
+        {.attribute = 1, .flag = 1},
+        {.attribute = 2, .name1 = u"Forms!F!x", .flag = 4},
+        {.attribute = 3, .name1 = u"10", .flag = 0x1A},
+        {.attribute = 5, .name1 = u"顧客"},
+        {.attribute = 5, .name1 = u"顧客", .name2 = u"親"},
+        {.attribute = 6, .name1 = u"別名", .expression = u"顧客.番号+1"},
+        {.attribute = 6, .expression = u"親.*"},
+        {.attribute = 7, .name1 = u"顧客", .name2 = u"親", .expression = u"顧客.番号 = 親.番号", .flag = 2},
+        {.attribute = 8, .expression = u"顧客.番号 > 1"},
+        {.attribute = 11, .name1 = u"D", .expression = u"顧客.番号"}};
+    query.properties = {{u"Description", Text(u"結合のクエリー")}};
+    spec.queries.push_back(std::move(query));
+    return spec;
+}
+
+} // namespace
+} // namespace relvane::samples
+
+int main(int count, char** arguments) {
+    using namespace relvane::samples;
+    if (count != 2) {
+        std::cerr << "usage: make_seeds FOLDER\n";
+        return 2;
+    }
+    const std::filesystem::path folder = arguments[1];
+    std::filesystem::create_directories(folder);
+    writeDatabase(everyKindOfColumn(), folder / "columns.mdb");
+    writeDatabase(queriesAndLinks(), folder / "queries.mdb");
+    DatabaseSpec encoded = queriesAndLinks();
+    encoded.encodingKey = 0x12345678;
+    writeDatabase(encoded, folder / "encoded.mdb");
+    return 0;
+}
