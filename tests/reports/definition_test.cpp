@@ -1,4 +1,6 @@
 // The language of the definitions: what it refuses, and where it says so.
+#include <random>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -95,6 +97,57 @@ TEST(Definition, OfAMissingFieldOrTableIsAnError) {
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.number(), 3078);
     }
+}
+
+// Whatever stands in a definition: it is refused in words, or its pages come out.
+TEST(Definition, SurvivesMutations) {
+    std::mt19937 random(97);
+    const auto pick = [&](std::size_t count) {
+        return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
+    };
+    auto store = emptyStore();
+    addObjects(*store, 12);
+    addLongestObjects(*store);
+    setCover(*store, text("題名"), text("12年度・ｼｽﾃﾑ"), text("社"), u"", u"");
+    const char* const names[] = {"R_RvObjectAll", "R_RvHyousi", "R_RvHyousiH", "R_RvHyousiW"};
+    const Text pieces[] = {u"0", u"9", u"-",    u"1e9",  u"\"",      u"{", u"}", u"[",
+                           u"]", u",", u"null", u"true", u"[Class]", u"5", u"."};
+    const Text digits[] = {u"0", u"1", u"5", u"9", u"77", u"0.1", u"-3"};
+    int refused = 0, laidOut = 0;
+    for (int i = 0; i < 1000; ++i) {
+        Text json = deliveredDefinition(names[i % 4]);
+        for (std::size_t change = pick(3) + 1; change-- > 0;) {
+            const std::size_t at = pick(json.size());
+            const Text& piece = pieces[pick(std::size(pieces))];
+            if (i % 2 == 0) { // numbers alone: most of these are still definitions
+                const std::size_t digit = json.find_first_of(u"0123456789", at);
+                if (digit != Text::npos) {
+                    json.replace(digit, 1, digits[pick(std::size(digits))]);
+                }
+                continue;
+            }
+            switch (pick(3)) {
+            case 0:
+                json.erase(at, pick(12) + 1);
+                break;
+            case 1:
+                json.insert(at, piece);
+                break;
+            default:
+                json.replace(at, 1, piece);
+            }
+        }
+        try {
+            const reports::ReportDocument document(store, reports::parseDefinition(u"R_Test", json), printed);
+            EXPECT_LT(document.pageCount(), 500);
+            document.search(u"題", 0, 2);
+            ++laidOut;
+        } catch (const RunTimeError&) {
+            ++refused;
+        }
+    }
+    EXPECT_GT(refused, 50);
+    EXPECT_GT(laidOut, 50);
 }
 
 TEST(Open, FindsAReportByNameWithoutRegardToCase) {

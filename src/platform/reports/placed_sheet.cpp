@@ -108,6 +108,9 @@ void addUpright(Page& page, Fonts& fonts, const Placed& placed, const Box& box, 
 void addPlaced(Page& page, const ReportDefinition& definition, Fonts& fonts, const Row& row) {
     int cell = 1;
     for (const Placed& placed : definition.placed) {
+        if (placed.when && !holds(*placed.when, row)) {
+            continue;
+        }
         const Box box{placed.x * style::mm, placed.y * style::mm, placed.width * style::mm,
                       placed.height * style::mm};
         const double pen = placed.pen * style::point;

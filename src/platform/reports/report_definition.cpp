@@ -141,12 +141,12 @@ Template Parser::textTemplate(Node& node, const QString& key, FieldNames& fields
     return pieces;
 }
 
-// "FieldNo": the field is not Null. {"Class": "Table"}: the field has this value.
+// "FieldNo": the field has a value. {"Class": "Table"}: the field has this value.
 Condition Parser::condition(const QJsonValue& value, const QString& where) {
     Condition condition;
     if (value.isString()) {
         condition.field = field(report_.fields, fromQString(value.toString()));
-        condition.notNull = true;
+        condition.filled = true;
         return condition;
     }
     const QJsonObject pair = value.toObject();
@@ -325,6 +325,9 @@ Table Parser::table(Node node) {
 
 Placed Parser::placed(Node node) {
     Placed placed;
+    if (node.has("when")) {
+        placed.when = condition(node.value("when"), node.place("when"));
+    }
     placed.pen = node.number("pen", placed.pen, 0, 10);
     placed.dashed = node.flag("dashed", false);
     if (node.has("line")) {

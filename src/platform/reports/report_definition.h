@@ -58,8 +58,8 @@ using Template = std::vector<Piece>;
 
 struct Condition {
     int field = -1;
-    bool notNull = false; // instead of a comparison
-    Text value;           // compared with the plain text of the field
+    bool filled = false; // instead of a comparison: neither Null nor the empty text
+    Text value;          // compared with the plain text of the field
 };
 
 // A running total, kept for the whole report and anew for each group. It counts rows, or adds up a field of them,
@@ -147,6 +147,7 @@ struct Table {
 struct Placed {
     enum class Kind { Text, Line, Box };
     Kind kind = Kind::Text;
+    std::optional<Condition> when;
     double x = 0, y = 0, width = 0, height = 0;
     Template text;
     double points = 9, minPoints = 6;

@@ -137,10 +137,10 @@ QString textOf(const Template& text, const Row& row, const ReportDefinition& def
 
 bool holds(const Condition& condition, const Row& row) {
     const Value& value = row[static_cast<std::size_t>(condition.field)];
-    if (std::holds_alternative<Null>(value) || condition.notNull) {
-        return condition.notNull && !std::holds_alternative<Null>(value);
+    if (std::holds_alternative<Null>(value) || std::holds_alternative<Bytes>(value)) {
+        return false;
     }
-    return !std::holds_alternative<Bytes>(value) && toText(value) == condition.value;
+    return condition.filled ? !isEmptyText(value) : toText(value) == condition.value;
 }
 
 Rows::Rows(std::shared_ptr<RowStore> store, Text source, std::vector<SortKey> sort, FieldNames fields)
