@@ -1,0 +1,86 @@
+#include "qt/appearance.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QToolTip>
+
+static void initialiseIcons() {
+    Q_INIT_RESOURCE(icons); // must stand outside of any namespace
+}
+
+namespace relvane::qt {
+namespace {
+
+constexpr auto proportional = "Ume P Gothic";
+constexpr auto fixedPitch = "Ume Gothic";
+
+// Faces that Windows programs name, in both spellings, and ours that has the same widths.
+constexpr struct {
+    const char16_t* named;
+    const char* ours;
+} substitutions[] = {
+    {u"MS Gothic", fixedPitch},         {u"ＭＳ ゴシック", fixedPitch},  {u"MS PGothic", proportional},
+    {u"ＭＳ Ｐゴシック", proportional}, {u"MS UI Gothic", proportional}, {u"System", proportional},
+    {u"MS Mincho", "Ume Mincho"},       {u"ＭＳ 明朝", "Ume Mincho"},    {u"MS PMincho", "Ume P Mincho"},
+    {u"ＭＳ Ｐ明朝", "Ume P Mincho"},
+};
+
+// Where the Ume fonts are missing, the next best of the Japanese faces.
+constexpr const char* secondChoices[] = {"VL PGothic", "IPAPGothic", "Noto Sans CJK JP"};
+
+QPalette panelColours() {
+    QPalette colours;
+    const QColor ground(0xF0, 0xF0, 0xEE), text(0x1C, 0x1E, 0x21), pale(0x8E, 0x92, 0x98);
+    const QColor accent(0x1F, 0x5F, 0xA8);
+    colours.setColor(QPalette::Window, ground);
+    colours.setColor(QPalette::Base, Qt::white);
+    colours.setColor(QPalette::AlternateBase, QColor(0xF6, 0xF7, 0xF9));
+    colours.setColor(QPalette::Button, QColor(0xF4, 0xF4, 0xF2));
+    colours.setColor(QPalette::ToolTipBase, QColor(0xFF, 0xFD, 0xE8));
+    colours.setColor(QPalette::Highlight, accent);
+    colours.setColor(QPalette::HighlightedText, Qt::white);
+    colours.setColor(QPalette::Link, accent);
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+        colours.setColor(role, text);
+        colours.setColor(QPalette::Disabled, role, pale);
+    }
+    colours.setColor(QPalette::Disabled, QPalette::Base, QColor(0xF4, 0xF4, 0xF3));
+    return colours;
+}
+
+} // namespace
+
+void registerFontSubstitutions() {
+    for (const auto& face : substitutions) {
+        QFont::insertSubstitution(QString::fromUtf16(face.named), QLatin1String(face.ours));
+    }
+    for (const char* ours : {proportional, fixedPitch}) {
+        for (const char* second : secondChoices) {
+            QFont::insertSubstitution(QLatin1String(ours), QLatin1String(second));
+        }
+    }
+}
+
+QFont windowFont() {
+    return QFont(QLatin1String(proportional), 9);
+}
+
+QFont fixedFont() {
+    return QFont(QLatin1String(fixedPitch), 9);
+}
+
+void setAppearance(QApplication& application) {
+    initialiseIcons();
+    registerFontSubstitutions();
+    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    application.setPalette(panelColours());
+    application.setFont(windowFont());
+    QToolTip::setFont(windowFont());
+    QToolTip::setPalette(panelColours());
+    application.setWindowIcon(QIcon(QStringLiteral(":/icons/relvane.svg")));
+}
+
+} // namespace relvane::qt

@@ -1,0 +1,35 @@
+// What the windows add to the services of the operating system: screen saver, settings, manual.
+#pragma once
+
+#include <memory>
+
+#include "platform/system_services.h"
+#include "qt/screen_saver.h"
+
+namespace relvane::qt {
+
+class HelpWindow;
+
+class DesktopServices final : public SystemServices {
+public:
+    // Clock, version and the second instance are those of `system`; boxes go through `dialogs`. Both live longer.
+    DesktopServices(SystemServices& system, Dialogs& dialogs);
+    ~DesktopServices() override;
+
+    SystemVersion version() override { return system_.version(); }
+    bool previousInstance() override { return system_.previousInstance(); }
+    DateTime now() override { return system_.now(); }
+    std::int32_t setScreenSaverActive(bool active) override;
+    void openScreenSaverSettings() override; // says so where the desktop has no settings program we know
+    void openHelp(const Text& path) override;
+
+    HelpWindow* helpWindow() const { return help_.get(); } // nullptr until the manual was shown
+
+private:
+    SystemServices& system_;
+    Dialogs& dialogs_;
+    ScreenSaver screenSaver_;
+    std::unique_ptr<HelpWindow> help_;
+};
+
+} // namespace relvane::qt

@@ -1,0 +1,41 @@
+// The windows of the program's forms, one class for each Designer file.
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+
+#include "core/frm_relvane.h"
+#include "output/frm_set_up.h"
+#include "qt/binder.h"
+
+namespace relvane::qt {
+
+// The main window. A database dropped on it is handed to `openFile`, when there is one.
+class RelvaneWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    RelvaneWindow(FrmRelvane& form, EventQueue& events);
+    ~RelvaneWindow() override;
+
+    // Brings the window to the front, also from the task bar.
+    void comeForward();
+
+private:
+    std::unique_ptr<Binder> binder_;
+};
+
+// The print settings; stays above the main window.
+class SetUpWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    SetUpWindow(QWidget& above, FrmSetUp& form, EventQueue& events);
+    ~SetUpWindow() override;
+
+private:
+    std::unique_ptr<Binder> binder_;
+};
+
+} // namespace relvane::qt

@@ -1,0 +1,157 @@
+// The program among others on the desktop: a second start, the manual, the fonts of other systems.
+#include <QDir>
+#include <QFile>
+#include <QFontInfo>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <algorithm>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include "platform/runtime_error.h"
+#include "qt/desktop_services.h"
+#include "qt/help_window.h"
+#include "qt/qt_text.h"
+#include "qt/single_instance.h"
+#include "window_test.h"
+
+using namespace relvane;
+using namespace relvane::qt;
+
+namespace {
+
+class StillSystem : public SystemServices {
+public:
+    SystemVersion version() override { return {.platform = 1, .major = 4, .minor = 90}; }
+    bool previousInstance() override { return true; }
+    DateTime now() override { return {2026, 11, 20, 9, 30, 0}; }
+    std::int32_t setScreenSaverActive(bool) override { return 0; }
+    void openScreenSaverSettings() override {}
+    void openHelp(const Text&) override {}
+};
+
+class NotedBoxes : public Dialogs {
+public:
+    std::vector<Text> said;
+    int MsgBox(const Text& text, int, const Text&) override {
+        said.push_back(text);
+        return boxOk;
+    }
+    Text openFile(const Text&, const Text&, const Text&) override { return {}; }
+    Text saveFile(const Text&, const Text&, const Text&) override { return {}; }
+};
+
+void write(const QString& path, const char* content) {
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+} // namespace
+
+class DesktopTest : public QObject {
+    Q_OBJECT
+
+    StillSystem system_;
+    NotedBoxes boxes_;
+
+private slots:
+    void init() { boxes_.said.clear(); }
+
+    void aSecondStartBringsTheFirstForward() {
+        const QTemporaryDir folder;
+        int asked = 0;
+        SingleInstance first(folder.path());
+        first.listen([&] { ++asked; });
+        SingleInstance second(folder.path());
+        QVERIFY(second.askFirstToShow());
+        QTRY_COMPARE(asked, 1);
+        const QTemporaryDir other;
+        SingleInstance elsewhere(other.path());
+        QVERIFY(!elsewhere.askFirstToShow());
+        QTest::qWait(30);
+        QCOMPARE(asked, 1);
+    }
+
+    void thePlaceOfADeadProgramIsTakenOver() {
+        const QTemporaryDir folder;
+        SingleInstance next(folder.path());
+        // What a killed program leaves: a socket in the file system to which nobody listens.
+        const QByteArray path = QFile::encodeName(QDir::temp().filePath(next.name()));
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        QVERIFY(static_cast<std::size_t>(path.size()) < sizeof address.sun_path);
+        std::ranges::copy(path, address.sun_path);
+        const int left = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        QCOMPARE(::bind(left, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        ::close(left);
+
+        SingleInstance later(folder.path());
+        QVERIFY(!later.askFirstToShow());
+        int asked = 0;
+        next.listen([&] { ++asked; });
+        QVERIFY(later.askFirstToShow());
+        QTRY_COMPARE(asked, 1);
+    }
+
+    void theSystemAnswersThroughTheDesktop() {
+        DesktopServices services(system_, boxes_);
+        QCOMPARE(services.version().minor, 90);
+        QVERIFY(services.previousInstance());
+        QCOMPARE(services.now().year, 2026);
+    }
+
+    void withoutADesktopTheScreenSaverIsLeftAlone() {
+        if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
+            QSKIP("there is a session bus here");
+        }
+        DesktopServices services(system_, boxes_);
+        QCOMPARE(services.setScreenSaverActive(false), 0);
+        QCOMPARE(services.setScreenSaverActive(true), 1); // as it was
+        QVERIFY(boxes_.said.empty());
+    }
+
+    void aMissingManualIsSaid() {
+        const QTemporaryDir folder;
+        DesktopServices services(system_, boxes_);
+        const Text path = fromQtPath(folder.filePath(QStringLiteral("Relvane.hlp")));
+        services.openHelp(path);
+        QCOMPARE(boxes_.said, std::vector<Text>{u"ヘルプファイルが見つかりません。\r" + path});
+        QVERIFY(services.helpWindow() == nullptr);
+    }
+
+    void theManualOpensInAWindow() {
+        const QTemporaryDir folder;
+        write(folder.filePath(QStringLiteral("Relvane.html")),
+              "<!DOCTYPE html><html><head><meta "
+              "charset=\"utf-8\"></head><body><h1>操作の手引き</h1></body></html>");
+        DesktopServices services(system_, boxes_);
+        services.openHelp(fromQtPath(folder.filePath(QStringLiteral("Relvane.hlp"))));
+        QVERIFY(boxes_.said.empty());
+        QVERIFY(services.helpWindow() != nullptr);
+        QVERIFY(services.helpWindow()->isVisible());
+        const auto* const browser = services.helpWindow()->findChild<QTextBrowser*>();
+        QVERIFY(browser->toPlainText().contains(QStringLiteral("操作の手引き")));
+    }
+
+    void aHelpFileOfAnotherSystemIsNoManual() {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("Relvane.hlp"));
+        write(path, "?_\x03 binary");
+        QCOMPARE(manualAt(path), QString());
+    }
+
+    void windowsFacesAreOurs() {
+        for (const char16_t* name : {u"MS PGothic", u"ＭＳ Ｐゴシック", u"MS UI Gothic"}) {
+            QCOMPARE(QFontInfo(QFont(QString::fromUtf16(name), 9)).family(),
+                     QFontInfo(windowFont()).family());
+        }
+        QCOMPARE(QFontInfo(windowFont()).family(), QStringLiteral("Ume P Gothic"));
+        QCOMPARE(QFontInfo(QFont(QString::fromUtf16(u"ＭＳ ゴシック"), 9)).family(),
+                 QStringLiteral("Ume Gothic"));
+    }
+};
+
+RELVANE_WINDOW_TEST(DesktopTest)
+#include "desktop_test.moc"

@@ -1,0 +1,145 @@
+// Boxes and file dialogs as a person meets them.
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTemporaryDir>
+
+#include "qt/qt_dialogs.h"
+#include "qt/qt_text.h"
+#include "window_test.h"
+
+using namespace relvane;
+using namespace relvane::qt;
+
+namespace {
+
+// Types a name into the file dialog that opens next and accepts or cancels it.
+void answerFileDialog(const QString& name, bool accept, std::function<void(QFileDialog&)> look = {}) {
+    QTimer::singleShot(0, qApp, [name, accept, look = std::move(look)] {
+        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr) {
+            return;
+        }
+        if (look) {
+            look(*dialog);
+        }
+        if (auto* const box = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+            box->setText(name);
+        }
+        accept ? QMetaObject::invokeMethod(dialog, "accept") : QMetaObject::invokeMethod(dialog, "reject");
+        if (dialog->isVisible()) {
+            dialog->reject(); // it refused the name: a hanging test would tell less
+        }
+    });
+}
+
+const Text mdbFilter = Text(u"Access(*.mdb)") + u'\0' + u"*.mdb" + u'\0';
+
+} // namespace
+
+class DialogsTest : public QObject {
+    Q_OBJECT
+
+    QtDialogs dialogs_;
+
+private slots:
+    void aBoxWithOneButtonSaysOk() {
+        SeenBox box;
+        answerNextBox(box, QMessageBox::Ok);
+        const int answer =
+            dialogs_.MsgBox(u"場所:選択ｴﾗｰNo:91\r内容:<b>&なし</b>", okOnly, u"Relvane97 Ver 2.0");
+        QVERIFY(box.seen);
+        QCOMPARE(answer, static_cast<int>(boxOk));
+        QCOMPARE(box.title, QStringLiteral("Relvane97 Ver 2.0"));
+        QCOMPARE(box.text, QStringLiteral("場所:選択ｴﾗｰNo:91\n内容:<b>&なし</b>"));
+        QCOMPARE(box.buttons, QStringList{QStringLiteral("OK")});
+    }
+
+    void aQuestionHasJapaneseButtons() {
+        for (const auto& [button, expected] :
+             {std::pair(QMessageBox::Yes, boxYes), std::pair(QMessageBox::No, boxNo)}) {
+            SeenBox box;
+            answerNextBox(box, button);
+            const int answer = dialogs_.MsgBox(u"使用しますか？", 52, u"動作Windows確認");
+            QVERIFY(box.seen);
+            QCOMPARE(answer, static_cast<int>(expected));
+            QVERIFY(box.buttons.contains(QStringLiteral("はい(&Y)")));
+            QVERIFY(box.buttons.contains(QStringLiteral("いいえ(&N)")));
+        }
+    }
+
+    void aQuestionHasItsIconAndYesAsDefault() {
+        QMessageBox box;
+        dressBox(box, u"?", 52, u"t");
+        QCOMPARE(box.icon(), QMessageBox::Warning);
+        QCOMPARE(box.defaultButton(), qobject_cast<QPushButton*>(box.button(QMessageBox::Yes)));
+        QCOMPARE(box.textFormat(), Qt::PlainText);
+        QMessageBox told;
+        dressBox(told, u"終了します", 64, u"終了報告");
+        QCOMPARE(told.icon(), QMessageBox::Information);
+    }
+
+    void aBoxShowsTheOrdinaryPointerOverTheHourglass() {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        Qt::CursorShape within = Qt::BlankCursor;
+        QTimer::singleShot(0, qApp, [&] {
+            within = QApplication::overrideCursor()->shape();
+            QApplication::activeModalWidget()->close();
+        });
+        QCOMPARE(dialogs_.MsgBox(u"終了します。", okOnly, u"t"), static_cast<int>(boxOk));
+        QCOMPARE(within, Qt::ArrowCursor);
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        QApplication::restoreOverrideCursor();
+    }
+
+    void filtersAreNamesAndPatterns() {
+        QCOMPARE(nameFilters(mdbFilter), QStringList{QStringLiteral("Access (*.mdb)")});
+        const Text two = mdbFilter + u"全て" + u'\0' + u"*.adb;*.mdb" + u'\0';
+        QCOMPARE(nameFilters(two),
+                 (QStringList{QStringLiteral("Access (*.mdb)"), QStringLiteral("全て (*.adb *.mdb)")}));
+        QCOMPARE(nameFilters(u""), QStringList());
+    }
+
+    void anExistingFileIsOpened() {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("受注.mdb"));
+        QVERIFY(QFile(path).open(QIODevice::WriteOnly));
+        QString title, filter, shownFolder;
+        answerFileDialog(path, true, [&](QFileDialog& dialog) {
+            title = dialog.windowTitle();
+            filter = dialog.nameFilters().value(0);
+            shownFolder = dialog.directory().path();
+        });
+        const Text chosen = dialogs_.openFile(mdbFilter, fromQtPath(folder.path()), u"Excel ファイルの選択");
+        QCOMPARE(toQString(chosen), path);
+        QCOMPARE(title, QStringLiteral("Excel ファイルの選択"));
+        QCOMPARE(filter, QStringLiteral("Access (*.mdb)"));
+        QCOMPARE(shownFolder, folder.path());
+    }
+
+    void aCancelledDialogGivesNothing() {
+        answerFileDialog(QString(), false);
+        QVERIFY(dialogs_.openFile(mdbFilter, {}, u"t").empty());
+    }
+
+    void savingNeverAsksAboutAnExistingFile() {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("old.adb"));
+        QVERIFY(QFile(path).open(QIODevice::WriteOnly));
+        answerFileDialog(path, true);
+        const Text filter = Text(u"解析ファイル") + u'\0' + u"*.adb" + u'\0';
+        QCOMPARE(toQString(dialogs_.saveFile(filter, fromQtPath(folder.path()), u"t")), path);
+    }
+
+    void aMissingInitialFolderIsNoObstacle() {
+        QString shownFolder;
+        answerFileDialog(QString(), false,
+                         [&](QFileDialog& dialog) { shownFolder = dialog.directory().path(); });
+        dialogs_.openFile(mdbFilter, u"/no/such/folder/", u"t");
+        QCOMPARE(shownFolder, QDir::currentPath());
+    }
+};
+
+RELVANE_WINDOW_TEST(DialogsTest)
+#include "dialogs_test.moc"
