@@ -14,6 +14,7 @@ public:
                     std::size_t position)
         : store_(store), table_(table), order_(std::move(order)), position_(position) {
         ++store_.openCursors;
+        ++store_.opened;
     }
     ~MemoryRecordset() override { Close(); }
 

@@ -13,11 +13,11 @@ struct MemoryTable {
     std::vector<std::vector<Value>> rows;
 };
 
-// Also counts how many cursors are open, and remembers the keys of the last sort.
+// Also counts the cursors that are open and that were opened, and remembers the keys of the last sort.
 class MemoryStore : public RowStore {
 public:
     std::map<Text, MemoryTable> tables;
-    int openCursors = 0;
+    int openCursors = 0, opened = 0;
     std::vector<SortKey> lastSort;
 
     Text Name() const override { return u"memory"; }

@@ -1,6 +1,7 @@
 #include "reports/report_document.h"
 
 #include <algorithm>
+#include <deque>
 #include <map>
 
 #include <QPainter>
@@ -14,6 +15,11 @@ namespace relvane::reports {
 namespace {
 
 constexpr int reportNotFound = 2103;
+
+// A jump to a page composes some pages before it too and keeps them: a person who turns pages back would
+// otherwise let the store sort all rows anew for each page.
+constexpr int pagesBefore = 7;
+constexpr std::size_t pagesKept = 16;
 
 // The first row of a table, only the named fields; nothing when the table is empty or the store has no such table.
 std::optional<Row> firstRow(const std::shared_ptr<RowStore>& store, const Text& table,
@@ -90,25 +96,49 @@ public:
         return (frame.width() - (definition.columns - 1) * style::columnGap) / definition.columns;
     }
 
-    Page page(int number) {
+    const Page& page(int number) {
         if (number < 0 || number >= pages) {
             throw RunTimeError(ErrorNumber::SubscriptOutOfRange);
         }
+        const auto known =
+            std::find_if(kept.begin(), kept.end(), [&](const auto& one) { return one.first == number; });
+        if (known != kept.end()) {
+            return known->second;
+        }
+        if (!definition.placed.empty()) {
+            return keep(number, placedPage(number));
+        }
+        if (number != composedUpTo) {
+            composedUpTo = std::max(0, number - pagesBefore);
+            composer->seek(starts[static_cast<std::size_t>(composedUpTo)]);
+        }
+        while (composedUpTo <= number) {
+            Page page;
+            composer->compose(page, nullptr, composedUpTo);
+            ++composedUpTo;
+            frame.add(page, composedUpTo, pages);
+            keep(composedUpTo - 1, std::move(page));
+        }
+        return kept.back().second;
+    }
+
+    Page placedPage(int number) {
         Page page;
-        if (definition.placed.empty()) {
-            if (number != composedUpTo) {
-                composer->seek(starts[static_cast<std::size_t>(number)]);
-            }
-            composer->compose(page, nullptr, number);
-            composedUpTo = number + 1;
-            frame.add(page, number + 1, pages);
-        } else if (const Row* row = rows.at(number)) {
+        if (const Row* row = rows.at(number)) {
             addPlaced(page, definition, fonts, *row);
         } else {
             page.items.push_back(textItem(fonts, fonts.number(style::table), 0, style::bindingMargin,
                                           style::bindingMargin, QString::fromUtf16(style::nothingToShow)));
         }
         return page;
+    }
+
+    const Page& keep(int number, Page page) {
+        if (kept.size() == pagesKept) {
+            kept.pop_front();
+        }
+        kept.emplace_back(number, std::move(page));
+        return kept.back().second;
     }
 
     void search(TextView wanted, int number, std::vector<Hit>& hits);
@@ -125,11 +155,12 @@ public:
     std::vector<OutlineEntry> outline;
     int pages = 0;
     int composedUpTo = 0; // the page that the composer would fill next
+    std::deque<std::pair<int, Page>> kept;
 };
 
 // Finds the text in each cell of a page, the lines of the cell put together.
 void ReportDocument::Layout::search(TextView wanted, int number, std::vector<Hit>& hits) {
-    const Page found = page(number);
+    const Page& found = page(number);
     std::vector<std::vector<const Item*>> cells;
     std::map<int, std::size_t> cellAt;
     for (const Item& item : found.items) {
