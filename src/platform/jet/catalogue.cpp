@@ -1,7 +1,6 @@
 #include "jet/catalogue.h"
 
 #include <algorithm>
-#include <map>
 
 namespace relvane::jet {
 namespace {
@@ -98,6 +97,13 @@ const CatalogueEntry* Catalogue::find(ObjectType type, TextView name) const {
 
 PropertyBlob Catalogue::properties(const CatalogueEntry& entry, PropertyScope scope) const {
     const Bytes blob = row(entry).bytes(u"LvProp");
+    // Each blob has its own place in the file, unless a hostile one gives many objects the same.
+    if (blobSizes_.emplace(entry.row, blob.size()).second) {
+        blobBytes_ += blob.size();
+    }
+    if (blobBytes_ > file_.size()) {
+        failDamaged(entry.row.page, u"プロパティが長すぎます");
+    }
     return readPropertyBlob(file_, ByteSpan(blob, entry.row.page), scope);
 }
 

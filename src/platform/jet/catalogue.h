@@ -1,6 +1,7 @@
 // The catalogue: the rows of MSysObjects, one for each object of the database.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -53,6 +54,8 @@ private:
     std::vector<CatalogueEntry> entries_;
     bool orderedByIndex_ = false;
     std::vector<Text> problems_;
+    mutable std::map<RowPointer, std::size_t> blobSizes_; // of the property blobs that were read
+    mutable std::uint64_t blobBytes_ = 0;                 // their sum
 };
 
 } // namespace relvane::jet

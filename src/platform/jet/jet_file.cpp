@@ -78,10 +78,17 @@ void JetFile::readQueries() const {
     std::unordered_map<std::int32_t, std::vector<QueryRow>> queries;
     const Table& table = tableAt(queriesPage);
     RowCursor cursor(table);
+    std::uint64_t units = 0;
     while (const auto pointer = cursor.next()) {
         const NamedRow row(table, *pointer);
         if (const auto object = row.number(u"ObjectId")) {
-            queries[*object].push_back(readQueryRow(row));
+            QueryRow query = readQueryRow(row);
+            // Each expression has its own place in the file, unless a hostile one names the same place often.
+            units += query.expression ? query.expression->size() : 0;
+            if (units > pages_.size()) {
+                failDamaged(pointer->page, u"クエリーの式が長すぎます");
+            }
+            queries[*object].push_back(std::move(query));
         }
     }
     for (auto& [object, rows] : queries) {
