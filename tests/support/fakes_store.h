@@ -1,7 +1,10 @@
 // A work database in memory. Its rows outlive the stores and cursors that a program opens on it, as those of a file do.
 #pragma once
 
+#include <functional>
 #include <map>
+#include <utility>
+#include <vector>
 
 #include "platform/recordset.h"
 #include "platform/runtime_error.h"
@@ -45,7 +48,6 @@ public:
     void AddNew() override {
         refuseClosed();
         row_.clear();
-        adding_ = true;
     }
     void Collect(TextView field, const Value& value) override {
         refuseClosed();
@@ -60,7 +62,6 @@ public:
             file_.onUpdate(table_);
         }
         file_.tables[table_].push_back(row_);
-        adding_ = false;
     }
     bool EOF_() const override { return at_ >= file_.tables[table_].size(); }
     void MoveFirst() override { at_ = 0; }
@@ -87,7 +88,7 @@ private:
     Text table_;
     FakeRow row_;
     std::size_t at_ = 0;
-    bool adding_ = false, closed_ = false;
+    bool closed_ = false;
 };
 
 class FakeStore : public RowStore {
