@@ -12,11 +12,7 @@
 #include <QImage>
 #include <QPainter>
 
-#define POINTERHOLDER_TRANSITION 4
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFOutlineDocumentHelper.hh>
-#include <qpdf/QPDFPageLabelDocumentHelper.hh>
-
+#include "pdf_facts.h"
 #include "platform/runtime_error.h"
 #include "report_samples.h"
 #include "reports/pdf.h"
@@ -45,24 +41,6 @@ int numberOfError(const std::function<void()>& action) {
     return 0;
 }
 
-// Title and page of each entry, deeper ones behind blanks.
-void addEntries(QPDF& file, const std::vector<QPDFOutlineObjectHelper>& entries, const std::string& inset,
-                std::vector<std::string>& result) {
-    const std::vector<QPDFObjectHandle>& pages = file.getAllPages();
-    for (QPDFOutlineObjectHelper entry : entries) {
-        const auto page = std::find_if(pages.begin(), pages.end(), [&](const QPDFObjectHandle& candidate) {
-            return candidate.getObjGen() == entry.getDestPage().getObjGen();
-        });
-        result.push_back(inset + entry.getTitle() + " " + std::to_string(page - pages.begin() + 1));
-        addEntries(file, entry.getKids(), inset + " ", result);
-    }
-}
-std::vector<std::string> outlineOf(QPDF& file) {
-    std::vector<std::string> result;
-    addEntries(file, QPDFOutlineDocumentHelper(file).getTopLevelOutlines(), "", result);
-    return result;
-}
-
 TEST(Pdf, HasTitleAuthorDateLanguageLabelsAndOutline) {
     auto store = emptyStore();
     addObjects(*store, 60);
@@ -74,19 +52,15 @@ TEST(Pdf, HasTitleAuthorDateLanguageLabelsAndOutline) {
     EXPECT_THAT(information, HasSubstr("2026-11-20T16:05:09"));
     EXPECT_THAT(outputOf("pdfinfo -meta '" + pdf + "'"), HasSubstr("山田 &lt;太郎&gt; &amp; 社"));
 
-    QPDF file;
-    file.processFile(pdf.c_str());
-    EXPECT_FALSE(file.anyWarnings());
-    QPDFObjectHandle root = file.getRoot();
-    EXPECT_EQ(root.getKey("/Lang").getUTF8Value(), "ja");
-    EXPECT_EQ(root.getKey("/PageMode").getName(), "/UseOutlines");
-    EXPECT_TRUE(root.getKey("/ViewerPreferences").getKey("/DisplayDocTitle").getBoolValue());
-    EXPECT_EQ(file.getTrailer().getKey("/Info").getKey("/CreationDate").getUTF8Value().substr(0, 16),
-              "D:20261120160509");
-    QPDFPageLabelDocumentHelper labels(file);
-    EXPECT_EQ(labels.getLabelForPage(1).getKey("/S").getName(), "/D");
-    EXPECT_THAT(outlineOf(file), ElementsAre("テーブル 1", "クエリー 2", "フォーム 2", "レポート 3",
-                                             "マクロ 4", "モジュール 4"));
+    const PdfFacts facts = factsOf(pdf);
+    EXPECT_FALSE(facts.warnings);
+    EXPECT_EQ(facts.language, "ja");
+    EXPECT_EQ(facts.pageMode, "/UseOutlines");
+    EXPECT_TRUE(facts.showsTitle);
+    EXPECT_EQ(facts.creationDate.substr(0, 16), "D:20261120160509");
+    EXPECT_EQ(facts.labelStyle, "/D");
+    EXPECT_THAT(facts.outline, ElementsAre("テーブル 1", "クエリー 2", "フォーム 2", "レポート 3", "マクロ 4",
+                                           "モジュール 4"));
 }
 
 TEST(Pdf, NestsItsOutline) {
@@ -104,18 +78,17 @@ TEST(Pdf, NestsItsOutline) {
                     { "name": "b", "by": ["Inner"], "outline": "[Inner]" } ],
         "tables": [ { "columns": [ { "text": "[Inner]" } ] } ] })"),
                                   printed);
-    QPDF file;
-    file.processFile(printed_pdf(document, "nested-outline").c_str());
-    EXPECT_FALSE(file.anyWarnings());
-    EXPECT_THAT(outlineOf(file), ElementsAre("甲 1", " 1 1", " 2 1", " 3 1", "乙 2", " 1 2", " 2 2", " 3 2"));
+    const PdfFacts facts = factsOf(printed_pdf(document, "nested-outline").string());
+    EXPECT_FALSE(facts.warnings);
+    EXPECT_THAT(facts.outline, ElementsAre("甲 1", " 1 1", " 2 1", " 3 1", "乙 2", " 1 2", " 2 2", " 3 2"));
 }
 
 TEST(Pdf, HasAnOutlineEvenWithoutGroups) {
     auto store = emptyStore();
     setCover(*store, u"題", u"系", u"社", u"部", u"者");
-    QPDF file;
-    file.processFile(printed_pdf(reports::open(store, u"R_RvHyousi", printed), "cover-outline").c_str());
-    EXPECT_THAT(outlineOf(file), ElementsAre("表紙 1"));
+    const PdfFacts facts =
+        factsOf(printed_pdf(reports::open(store, u"R_RvHyousi", printed), "cover-outline").string());
+    EXPECT_THAT(facts.outline, ElementsAre("表紙 1"));
 }
 
 TEST(Pdf, EmbedsOnlyTheFacesOfTheReports) {
