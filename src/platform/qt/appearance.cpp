@@ -2,8 +2,9 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QLocale>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QProxyStyle>
 #include <QToolTip>
 
 static void initialiseIcons() {
@@ -29,6 +30,18 @@ constexpr struct {
 
 // Where the Ume fonts are missing, the next best of the Japanese faces.
 constexpr const char* secondChoices[] = {"VL PGothic", "IPAPGothic", "Noto Sans CJK JP"};
+
+// Fusion, without pictures on the buttons of boxes.
+class PanelStyle : public QProxyStyle {
+public:
+    PanelStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returnData) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 0
+                   : QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+};
 
 QPalette panelColours() {
     QPalette colours;
@@ -74,8 +87,9 @@ QFont fixedFont() {
 
 void setAppearance(QApplication& application) {
     initialiseIcons();
+    QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan)); // dates and sizes in file dialogs
     registerFontSubstitutions();
-    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    application.setStyle(new PanelStyle);
     application.setPalette(panelColours());
     application.setFont(windowFont());
     QToolTip::setFont(windowFont());

@@ -20,8 +20,17 @@ namespace relvane::qt {
 namespace {
 
 constexpr const char* boundTypes[] = {
-    "QPushButton", "QRadioButton", "QCheckBox", "QLabel",  "QLineEdit",
-    "QComboBox",   "QGroupBox",    "QMenu",     "QAction", "relvane::qt::GaugeLine",
+    "QPushButton",
+    "QRadioButton",
+    "QCheckBox",
+    "QLabel",
+    "QLineEdit",
+    "QComboBox",
+    "QGroupBox",
+    "QMenu",
+    "QAction",
+    "relvane::qt::GaugeLine",
+    "relvane::qt::FieldFrame",
 };
 
 bool needsControl(const QObject& object) {

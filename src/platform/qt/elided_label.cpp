@@ -5,6 +5,7 @@
 #include <QStyle>
 #include <QToolTip>
 
+#include "qt/field_frame.h"
 #include "qt/qt_text.h"
 
 namespace relvane::qt {
@@ -19,7 +20,7 @@ QSize ElidedLabel::sizeHint() const {
 
 void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    drawFrame(&painter);
+    paintField(painter, *this);
     const QRect room = contentsRect().adjusted(margin(), margin(), -margin(), -margin());
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width());
     style()->drawItemText(&painter, room, static_cast<int>(alignment()), palette(), isEnabled(), shown,

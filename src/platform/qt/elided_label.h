@@ -1,4 +1,4 @@
-// A label of one line that shortens a long text in its middle and shows the whole of it as a tool tip.
+// A label of one line, as wide as it gets, in an entry field that takes nothing. It shortens a long text in its middle and shows the whole of it as a tool tip.
 #pragma once
 
 #include <QLabel>

@@ -12,10 +12,12 @@
 #include <QMessageBox>
 #include <QPrinterInfo>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QSpinBox>
 #include <QTimer>
 #include <QToolBar>
 #include <QTreeWidget>
+#include <algorithm>
 #include <cmath>
 
 #include "platform/runtime_error.h"
@@ -68,7 +70,7 @@ PreviewWindow::PreviewWindow(reports::ReportDocument document, QWidget* parent)
     connect(search_, &PreviewSearch::arrived, this, &PreviewWindow::showFound);
     connect(search_, &PreviewSearch::changed, this, &PreviewWindow::showFound);
     showPage(0);
-    resize(1000, 760);
+    resize(screen()->availableSize() * 0.9); // until it is maximised
     canvas_->setFocus();
 }
 
@@ -215,6 +217,7 @@ void PreviewWindow::makeOutline() {
     outline_->setObjectName(QStringLiteral("outline"));
     outline_->setHeaderHidden(true);
     outline_->setUniformRowHeights(true);
+    const QSize rowSize(0, fontMetrics().height() + 8);
     std::vector<QTreeWidgetItem*> path; // the last entry of each level
     for (const reports::OutlineEntry& entry : document_.outline()) {
         const std::size_t level = std::min(path.size(), static_cast<std::size_t>(std::max(0, entry.level)));
@@ -223,9 +226,12 @@ void PreviewWindow::makeOutline() {
         item->setText(0, toQString(entry.text));
         item->setToolTip(0, asToolTip(toQString(entry.text)));
         item->setData(0, Qt::UserRole, entry.page);
+        item->setSizeHint(0, rowSize);
         path.push_back(item);
     }
     outline_->expandToDepth(0);
+    const auto isDeep = [](const reports::OutlineEntry& entry) { return entry.level > 0; };
+    outline_->setRootIsDecorated(std::ranges::any_of(document_.outline(), isDeep));
     const auto goTo = [this](QTreeWidgetItem* item) {
         if (item != nullptr) {
             canvas_->goToPage(item->data(0, Qt::UserRole).toInt());
@@ -344,6 +350,7 @@ bool PreviewWindow::savePdf(const QString& path) {
 void PreviewWindow::askForPdf() {
     auto* const dialog = new QFileDialog(this, tr("PDFファイルに保存"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->resize(720, 480);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setNameFilter(tr("PDFファイル (*.pdf)"));
     dialog->setDefaultSuffix(QStringLiteral("pdf"));

@@ -52,6 +52,7 @@ QMessageBox::Icon iconOf(int style) {
 
 Text runFileDialog(QFileDialog& dialog, const Text& filter, const Text& initialFolder) {
     const OrdinaryPointer pointer;
+    dialog.resize(720, 480);
     dialog.setNameFilters(nameFilters(filter));
     const QString folder = toQtPath(initialFolder);
     // A folder that is not there is no reason to stop: the dialog begins in the current one.

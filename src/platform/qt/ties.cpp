@@ -207,8 +207,9 @@ public:
     }
     void show() override {
         TieOf::show();
-        widget_.setSeparator(control_.Caption.get() == u"-");
-        widget_.setText(asCaption(control_.Caption.get()));
+        const bool separates = control_.Caption.get() == u"-";
+        widget_.setSeparator(separates);
+        widget_.setText(separates ? QString() : asCaption(control_.Caption.get()));
     }
 };
 

@@ -19,23 +19,11 @@ void keepReadable(std::initializer_list<QWidget*> widgets) {
     }
 }
 
-// A label that shows a value stands on the ground of an entry field.
-void raiseFromGround(std::initializer_list<QLabel*> labels) {
-    for (QLabel* label : labels) {
-        label->setBackgroundRole(QPalette::Base);
-        QPalette colours = label->palette();
-        colours.setColor(QPalette::Disabled, QPalette::Base, colours.color(QPalette::Active, QPalette::Base));
-        label->setPalette(colours);
-    }
-}
-
 } // namespace
 
 RelvaneWindow::RelvaneWindow(FrmRelvane& form, EventQueue& events) {
     Ui::frmRelvane ui;
     ui.setupUi(this);
-    raiseFromGround({ui.lblDBName, ui.txtMesege});
-    ui.Picture1->setBackgroundRole(QPalette::Base);
     keepReadable(
         {ui.lblDBName, ui.Label1, ui.txtMesege, ui.lblPer, ui.Label19, ui.Label20, ui.Label21, ui.linGuage});
     binder_ = std::make_unique<Binder>(*this, form, events);

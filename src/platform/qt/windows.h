@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <functional>
 #include <memory>
 
 #include "core/frm_relvane.h"
@@ -11,7 +10,7 @@
 
 namespace relvane::qt {
 
-// The main window. A database dropped on it is handed to `openFile`, when there is one.
+// The main window.
 class RelvaneWindow : public QMainWindow {
     Q_OBJECT
 
