@@ -348,7 +348,7 @@ private slots:
         open().close();
         QTRY_VERIFY(application_->window() == nullptr);
         QCOMPARE(filesIn(temporary_->path()), before);
-        QVERIFY_EXCEPTION_THROWN(application_->CloseCurrentDatabase(), RunTimeError);
+        QVERIFY_THROWS_EXCEPTION(RunTimeError, application_->CloseCurrentDatabase());
     }
 
     void withoutAPrinterPrintingIs2202AndThePreviewIsNot() {
@@ -374,8 +374,8 @@ private slots:
     void aMissingReportOrDatabaseIsAnError() {
         const auto application = makeApplication();
         access::Application& access = *application;
-        QVERIFY_EXCEPTION_THROWN(access.DoCmd().OpenReport(reportName, access::acViewPreview), RunTimeError);
-        QVERIFY_EXCEPTION_THROWN(application->OpenCurrentDatabase(store_ + u"x", false), RunTimeError);
+        QVERIFY_THROWS_EXCEPTION(RunTimeError, access.DoCmd().OpenReport(reportName, access::acViewPreview));
+        QVERIFY_THROWS_EXCEPTION(RunTimeError, application->OpenCurrentDatabase(store_ + u"x", false));
         application->OpenCurrentDatabase(store_, false);
         QVERIFY_EXCEPTION_THROWN(access.DoCmd().OpenReport(u"R_Nothing", access::acViewPreview),
                                  RunTimeError);
