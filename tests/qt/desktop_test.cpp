@@ -1,10 +1,15 @@
 // The program among others on the desktop: a second start, the manual, the fonts of other systems.
+#include <QDBusConnection>
 #include <QDir>
 #include <QFile>
 #include <QFontInfo>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTextBrowser>
+#include <QThread>
 #include <algorithm>
+#include <atomic>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -40,6 +45,22 @@ public:
     }
     Text openFile(const Text&, const Text&, const Text&) override { return {}; }
     Text saveFile(const Text&, const Text&, const Text&) override { return {}; }
+};
+
+// A desktop's screen saver service, in a thread of its own as the caller blocks.
+class ServiceOfTheDesktop : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.ScreenSaver")
+
+public:
+    std::atomic<int> requests = 0;
+    std::atomic<unsigned> released = 0;
+
+public slots:
+    Q_SCRIPTABLE unsigned Inhibit(const QString&, const QString&) {
+        return 40 + static_cast<unsigned>(++requests);
+    }
+    Q_SCRIPTABLE void UnInhibit(unsigned cookie) { released = cookie; }
 };
 
 void write(const QString& path, const char* content) {
@@ -110,6 +131,44 @@ private slots:
         QCOMPARE(services.setScreenSaverActive(false), 0);
         QCOMPARE(services.setScreenSaverActive(true), 1); // as it was
         QVERIFY(boxes_.said.empty());
+    }
+
+    void theScreenSaverIsKeptOffWhileATargetIsSelected() {
+        const QString daemon = QStandardPaths::findExecutable(QStringLiteral("dbus-daemon"));
+        if (daemon.isEmpty()) {
+            QSKIP("dbus-daemon is not installed");
+        }
+        QProcess bus;
+        bus.start(daemon, {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                           QStringLiteral("--print-address")});
+        QVERIFY(bus.waitForReadyRead(5000));
+        const QString address = QString::fromLatin1(bus.readLine().trimmed());
+        QDBusConnection desktop = QDBusConnection::connectToBus(address, QStringLiteral("desktop"));
+        QVERIFY(QDBusConnection::connectToBus(address, QStringLiteral("program")).isConnected());
+
+        QThread thread;
+        ServiceOfTheDesktop service;
+        service.moveToThread(&thread);
+        thread.start();
+        QVERIFY(desktop.registerObject(QStringLiteral("/org/freedesktop/ScreenSaver"), &service,
+                                       QDBusConnection::ExportScriptableSlots));
+        QVERIFY(desktop.registerService(QStringLiteral("org.freedesktop.ScreenSaver")));
+        {
+            ScreenSaver screenSaver(QStringLiteral("program"));
+            QVERIFY(screenSaver.setActive(false));
+            QVERIFY(screenSaver.setActive(false)); // asked once
+            QCOMPARE(service.requests.load(), 1);
+            QVERIFY(screenSaver.setActive(true));
+            QCOMPARE(service.released.load(), 41U);
+            QVERIFY(screenSaver.setActive(false));
+        }
+        QCOMPARE(service.released.load(), 42U); // also when the program just ends
+        thread.quit();
+        thread.wait();
+        QDBusConnection::disconnectFromBus(QStringLiteral("program"));
+        QDBusConnection::disconnectFromBus(QStringLiteral("desktop"));
+        bus.kill();
+        bus.waitForFinished();
     }
 
     void aMissingManualIsSaid() {

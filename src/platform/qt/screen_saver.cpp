@@ -11,12 +11,16 @@ namespace {
 
 constexpr int patience = 1000; // milliseconds; a desktop that hangs must not hang the program
 
-QDBusMessage call(const char* method, const QVariantList& arguments) {
+QDBusConnection busOf(const QString& name) {
+    return name.isEmpty() ? QDBusConnection::sessionBus() : QDBusConnection(name);
+}
+
+QDBusMessage call(const QDBusConnection& bus, const char* method, const QVariantList& arguments) {
     const QString service = QStringLiteral("org.freedesktop.ScreenSaver");
     QDBusMessage message = QDBusMessage::createMethodCall(
         service, QStringLiteral("/org/freedesktop/ScreenSaver"), service, QLatin1String(method));
     message.setArguments(arguments);
-    return QDBusConnection::sessionBus().call(message, QDBus::Block, patience);
+    return bus.call(message, QDBus::Block, patience);
 }
 
 // The settings programs of the desktops, each with the page wanted.
@@ -43,15 +47,16 @@ bool ScreenSaver::setActive(bool active) {
     if (active == !inhibited_) {
         return true;
     }
-    if (!QDBusConnection::sessionBus().isConnected()) {
+    const QDBusConnection bus = busOf(connection_);
+    if (!bus.isConnected()) {
         return false;
     }
     if (active) {
         inhibited_ = false;
-        return call("UnInhibit", {cookie_}).type() == QDBusMessage::ReplyMessage;
+        return call(bus, "UnInhibit", {cookie_}).type() == QDBusMessage::ReplyMessage;
     }
     const QDBusMessage answer =
-        call("Inhibit", {QStringLiteral("Relvane"), QStringLiteral("データベースの解析")});
+        call(bus, "Inhibit", {QStringLiteral("Relvane"), QStringLiteral("データベースの解析")});
     if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) {
         return false;
     }
