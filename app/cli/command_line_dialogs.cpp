@@ -34,6 +34,9 @@ int CommandLineDialogs::MsgBox(const Text& text, int style, const Text& title) {
     errorReported_ = errorReported_ || error;
     const bool news = saidBefore_ == nullptr || saidBefore_->insert(text).second;
     if (error || (news && !quiet_)) {
+        if (beforeWriting) {
+            beforeWriting();
+        }
         std::cerr << "[" << toUtf8(title) << "] " << toUtf8(withLineFeeds(text)) << std::endl;
     }
     const bool asks = (style & yesNo) != 0;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <set>
 #include <string>
 
@@ -23,6 +24,7 @@ public:
 
     std::deque<Text> files;     // answers of the coming file dialogs; without one a dialog is cancelled
     std::deque<int> boxAnswers; // BoxResult values of the coming boxes; without one the default button
+    std::function<void()> beforeWriting; // takes a gauge off the line before a box is written
     bool errorReported() const { return errorReported_; }
 
 private:

@@ -23,13 +23,19 @@ Session::Session(const std::filesystem::path& programFolder, ReportOutput report
     platform_.newTargetApplication = [] { return access::newTargetApplication(); };
     platform_.newReportApplication = [reports = std::move(reports)] { return newReportApplication(reports); };
     if (progress_) {
+        dialogs.beforeWriting = [this] { clearGauge(); };
         desk.frmRelvane.linGuage.onRefresh = [this] { drawGauge(); };
         desk.frmRelvane.txtMesege.onRefresh = [this] { drawGauge(); };
     }
 }
 
 Session::~Session() {
+    clearGauge();
+}
+
+void Session::clearGauge() {
     if (!drawn_.empty()) {
+        drawn_.clear();
         std::cerr << "\r\033[K" << std::flush;
     }
 }

@@ -37,6 +37,7 @@ private:
     LinuxSystem system_;
     Platform platform_;
     void drawGauge();
+    void clearGauge();
     bool progress_;
     std::string drawn_;
 
