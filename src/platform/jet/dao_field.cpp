@@ -1,5 +1,7 @@
 #include "jet/dao_field.h"
 
+#include <optional>
+
 namespace relvane::jet {
 namespace {
 
@@ -49,31 +51,13 @@ struct FieldFacts {
 
 class TableField : public dao::Field {
 public:
-    TableField(FieldFacts facts, const std::vector<StoredProperty>* stored) : facts_(std::move(facts)) {
-        facts_.required = storedFlag(stored, u"Required", false);
-        facts_.allowZeroLength = storedFlag(stored, u"AllowZeroLength", false);
-        facts_.defaultValue = storedText(stored, u"DefaultValue");
-        facts_.validationRule = storedText(stored, u"ValidationRule");
-        facts_.validationText = storedText(stored, u"ValidationText");
-        properties_ = joinProperties(
-            {
-                builtIn(u"Attributes", 4, std::int64_t{facts_.attributes}),
-                builtIn(u"CollatingOrder", 4, std::int64_t{facts_.collatingOrder}),
-                builtIn(u"Type", 3, std::int64_t{facts_.type}),
-                builtIn(u"Name", 10, facts_.name),
-                builtIn(u"OrdinalPosition", 3, std::int64_t{facts_.ordinal}),
-                builtIn(u"Size", 4, std::int64_t{facts_.size}),
-                builtIn(u"SourceField", 10, facts_.name),
-                builtIn(u"SourceTable", 10, facts_.table),
-                builtIn(u"ValidateOnSet", 1, false),
-                builtIn(u"DataUpdatable", 1, true),
-                builtIn(u"DefaultValue", 12, facts_.defaultValue),
-                builtIn(u"ValidationRule", 12, facts_.validationRule),
-                builtIn(u"ValidationText", 12, facts_.validationText),
-                builtIn(u"Required", 1, facts_.required),
-                builtIn(u"AllowZeroLength", 1, facts_.allowZeroLength),
-            },
-            stored);
+    TableField(FieldFacts facts, ColumnProperties stored)
+        : facts_(std::move(facts)), stored_(std::move(stored)) {
+        facts_.required = storedFlag(stored_.get(), u"Required", false);
+        facts_.allowZeroLength = storedFlag(stored_.get(), u"AllowZeroLength", false);
+        facts_.defaultValue = storedText(stored_.get(), u"DefaultValue");
+        facts_.validationRule = storedText(stored_.get(), u"ValidationRule");
+        facts_.validationText = storedText(stored_.get(), u"ValidationText");
     }
 
     Text Name() const override { return facts_.name; }
@@ -88,11 +72,35 @@ public:
     int OrdinalPosition() const override { return facts_.ordinal; }
     Text SourceField() const override { return facts_.name; }
     Text SourceTable() const override { return facts_.table; }
-    dao::Properties& Properties() override { return properties_; }
+    dao::Properties& Properties() override {
+        if (!properties_) {
+            properties_ = joinProperties(
+                {
+                    builtIn(u"Attributes", 4, std::int64_t{facts_.attributes}),
+                    builtIn(u"CollatingOrder", 4, std::int64_t{facts_.collatingOrder}),
+                    builtIn(u"Type", 3, std::int64_t{facts_.type}),
+                    builtIn(u"Name", 10, facts_.name),
+                    builtIn(u"OrdinalPosition", 3, std::int64_t{facts_.ordinal}),
+                    builtIn(u"Size", 4, std::int64_t{facts_.size}),
+                    builtIn(u"SourceField", 10, facts_.name),
+                    builtIn(u"SourceTable", 10, facts_.table),
+                    builtIn(u"ValidateOnSet", 1, false),
+                    builtIn(u"DataUpdatable", 1, true),
+                    builtIn(u"DefaultValue", 12, facts_.defaultValue),
+                    builtIn(u"ValidationRule", 12, facts_.validationRule),
+                    builtIn(u"ValidationText", 12, facts_.validationText),
+                    builtIn(u"Required", 1, facts_.required),
+                    builtIn(u"AllowZeroLength", 1, facts_.allowZeroLength),
+                },
+                stored_.get());
+        }
+        return *properties_;
+    }
 
 private:
     FieldFacts facts_;
-    dao::Properties properties_;
+    ColumnProperties stored_;
+    std::optional<dao::Properties> properties_; // made when asked for: most walks never do
 };
 
 class TableIndex : public dao::Index {
@@ -154,9 +162,13 @@ std::int32_t daoAttributes(const Column& column) {
     return attributes;
 }
 
+ColumnProperties columnProperties(const std::shared_ptr<const PropertyBlob>& blob, TextView column) {
+    const auto* properties = blob->column(column);
+    return properties == nullptr ? nullptr : ColumnProperties(blob, properties);
+}
+
 std::shared_ptr<dao::Field> makeTableField(const Column& column, const JetFormat& format, Text table,
-                                           const std::vector<StoredProperty>* stored,
-                                           std::int32_t collatingOrder) {
+                                           ColumnProperties stored, std::int32_t collatingOrder) {
     FieldFacts facts;
     facts.name = column.name;
     facts.table = std::move(table);
@@ -165,7 +177,7 @@ std::shared_ptr<dao::Field> makeTableField(const Column& column, const JetFormat
     facts.attributes = daoAttributes(column);
     facts.collatingOrder = collatingOrder;
     facts.ordinal = column.ordinal;
-    return std::make_shared<TableField>(std::move(facts), stored);
+    return std::make_shared<TableField>(std::move(facts), std::move(stored));
 }
 
 std::shared_ptr<dao::Index> makeIndex(const TableDefinition& table, const LogicalIndex& index) {

@@ -12,10 +12,13 @@ int daoType(const Column& column);
 std::int32_t daoSize(const Column& column, const JetFormat& format);
 std::int32_t daoAttributes(const Column& column);
 
-// `stored` are the properties of that column, null when it has none; `collatingOrder` the file's sort order.
+// The stored properties of one column, alive with the blob that they stand in; null when it has none.
+using ColumnProperties = std::shared_ptr<const std::vector<StoredProperty>>;
+ColumnProperties columnProperties(const std::shared_ptr<const PropertyBlob>& blob, TextView column);
+
+// `collatingOrder` is the file's sort order.
 std::shared_ptr<dao::Field> makeTableField(const Column& column, const JetFormat& format, Text table,
-                                           const std::vector<StoredProperty>* stored,
-                                           std::int32_t collatingOrder);
+                                           ColumnProperties stored, std::int32_t collatingOrder);
 
 // Nothing for an index that DAO does not show.
 std::shared_ptr<dao::Index> makeIndex(const TableDefinition& table, const LogicalIndex& index);

@@ -30,11 +30,11 @@ const Link& TableDef::link() const {
     return *link_;
 }
 
-const PropertyBlob& TableDef::stored() const {
+const std::shared_ptr<const PropertyBlob>& TableDef::stored() const {
     if (!stored_) {
-        stored_ = file_->catalogue().properties(entry_);
+        stored_ = std::make_shared<const PropertyBlob>(file_->catalogue().properties(entry_));
     }
-    return *stored_;
+    return stored_;
 }
 
 TableDef::Source TableDef::source() const {
@@ -59,15 +59,18 @@ const dao::Collection<dao::Field>& TableDef::Fields() {
     if (!fields_) {
         const Source from = source();
         // What was stored about a link's fields here goes before what the back end stores about its own.
-        const PropertyBlob& own = stored();
-        const PropertyBlob theirs =
-            isLink() ? from.file->catalogue().properties(*from.entry) : PropertyBlob();
+        const auto& own = stored();
+        const auto theirs =
+            isLink() ? std::make_shared<const PropertyBlob>(from.file->catalogue().properties(*from.entry))
+                     : own;
         const FileHeader& header = from.file->header();
         std::vector<std::shared_ptr<dao::Field>> fields;
         for (const Column* column : from.table->definition().columnsInOrder()) {
-            const auto* properties = own.column(column->name);
-            fields.push_back(makeTableField(*column, *header.format, entry_.name,
-                                            properties != nullptr ? properties : theirs.column(column->name),
+            ColumnProperties properties = columnProperties(own, column->name);
+            if (!properties) {
+                properties = columnProperties(theirs, column->name);
+            }
+            fields.push_back(makeTableField(*column, *header.format, entry_.name, std::move(properties),
                                             header.sortOrder));
         }
         fields_.emplace(std::move(fields));
@@ -91,7 +94,7 @@ const dao::Collection<dao::Index>& TableDef::Indexes() {
 
 dao::Properties& TableDef::Properties() {
     if (!properties_) {
-        const auto* properties = &stored().ofObject;
+        const auto* properties = &stored()->ofObject;
         std::int32_t count = -1;
         skipErrors([&] { count = RecordCount(); }); // a damaged definition must not hide the description
         properties_ = joinProperties(

@@ -41,13 +41,13 @@ public:
 
 private:
     const Link& link() const; // empty for a local table
-    const PropertyBlob& stored() const;
+    const std::shared_ptr<const PropertyBlob>& stored() const;
 
     std::shared_ptr<const JetFile> file_;
     const CatalogueEntry& entry_;
     BackEndOpener openBackEnd_;
     mutable std::optional<Link> link_;
-    mutable std::optional<PropertyBlob> stored_;
+    mutable std::shared_ptr<const PropertyBlob> stored_;
     std::optional<dao::Collection<dao::Field>> fields_;
     std::optional<dao::Collection<dao::Index>> indexes_;
     std::optional<dao::Properties> properties_;
