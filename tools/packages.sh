@@ -3,7 +3,7 @@
 # What building and documenting needs; what the tests need on top.
 relvane_build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libsqlite3-dev libicu-dev
     libqpdf-dev libgtest-dev libgmock-dev libbenchmark-dev fonts-horai-umefont"
-relvane_test_packages="clang-14 libclang-rt-14-dev llvm-14 clang-format-14 mdbtools poppler-utils nlohmann-json3-dev"
+relvane_test_packages="dbus-daemon clang-14 libclang-rt-14-dev llvm-14 clang-format-14 mdbtools poppler-utils nlohmann-json3-dev"
 
 # relvane_install PACKAGE ...: says which packages are missing and installs them, as root or through sudo.
 relvane_install() {

@@ -62,6 +62,17 @@ check "another window" 0 "$cli" press "$work/受注 97.mdb" m8 frmSetUp.chkSetUp
 check "window that is not open" 1 "$cli" press "$work/受注 97.mdb" frmSetUp.cmdOK
 check "the end" 0 "$cli" press "$work/受注 97.mdb" m1z
 
+# A folder that another version of the program filled gets this program's work database; the user's files stay.
+check "first use of a folder" 0 "$cli" press "$work/受注 97.mdb" cmdObject --program-folder "$work/program" --quiet
+echo "Title=mine" >"$work/program/Relvane.dat"
+echo "of another version" >"$work/program/Relvane.originals"
+printf 'no work database any more' >"$work/program/Relvane.mdb"
+check "first use after a change of the program" 0 "$cli" press "$work/受注 97.mdb" cmdObject --program-folder "$work/program" --quiet
+grep -q "Title=mine" "$work/program/Relvane.dat" || { echo "FAILED: the user's settings are gone"; failed=1; }
+printf 'no work database any more' >"$work/program/Relvane.mdb"
+check "a damaged work database" 1 "$cli" press "$work/受注 97.mdb" cmdObject --program-folder "$work/program" --quiet
+holds "$work/err" "場所:選択"
+
 check "inspect" 0 "$cli" inspect "$work/受注 97.mdb"
 holds "$work/out" "受注"
 check "inspect what is no database" 1 "$cli" inspect "$work/text.mdb"

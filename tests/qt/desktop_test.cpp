@@ -124,9 +124,7 @@ private slots:
     }
 
     void withoutADesktopTheScreenSaverIsLeftAlone() {
-        if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
-            QSKIP("there is a session bus here");
-        }
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
         DesktopServices services(system_, boxes_);
         QCOMPARE(services.setScreenSaverActive(false), 0);
         QCOMPARE(services.setScreenSaverActive(true), 1); // as it was
@@ -135,9 +133,7 @@ private slots:
 
     void theScreenSaverIsKeptOffWhileATargetIsSelected() {
         const QString daemon = QStandardPaths::findExecutable(QStringLiteral("dbus-daemon"));
-        if (daemon.isEmpty()) {
-            QSKIP("dbus-daemon is not installed");
-        }
+        QVERIFY2(!daemon.isEmpty(), "dbus-daemon is not installed");
         QProcess bus;
         bus.start(daemon, {QStringLiteral("--session"), QStringLiteral("--nofork"),
                            QStringLiteral("--print-address")});
