@@ -111,7 +111,7 @@ private:
         for (int i = 0; i < properties.Count(); ++i) {
             const dao::Property& property = properties.Item(i);
             json_.beginObject();
-            member("name", property.Name);
+            member("name", Text(TextView(property.Name)));
             number("type", property.Type);
             member("builtIn", property.builtIn);
             member("ddl", property.needsDesignPermission);

@@ -16,8 +16,27 @@
 
 namespace relvane::dao {
 
+// The name of a property. Those of built-in properties are literals, which a database has a hundred thousand times
+// and does not copy; those of stored ones are texts of their own.
+class PropertyName {
+public:
+    PropertyName() = default;
+    PropertyName(Text name) : own_(std::move(name)) {}
+    static PropertyName ofLiteral(TextView literal) {
+        PropertyName name;
+        name.literal_ = literal;
+        return name;
+    }
+    operator TextView() const { return literal_.empty() ? TextView(own_) : literal_; }
+    friend bool operator==(const PropertyName& left, TextView right) { return TextView(left) == right; }
+
+private:
+    TextView literal_; // empty: the name is own_
+    Text own_;
+};
+
 struct Property {
-    Text Name;
+    PropertyName Name;
     Value value;
     int Type = 10; // data type code of a field of that kind (10 text, 1 Boolean, 4 Long ...)
     bool needsDesignPermission = false;

@@ -200,7 +200,7 @@ TEST_F(OpenDatabase, BuiltInPropertiesComeFirstAndNamesKeepTheirSpelling) {
         EXPECT_FALSE(storedSeen && property.builtIn) << toUtf8(property.Name);
         storedSeen = storedSeen || !property.builtIn;
         if (!property.builtIn) {
-            stored.push_back(property.Name);
+            stored.emplace_back(TextView(property.Name));
         }
     }
     EXPECT_NE(std::ranges::find(stored, u"StartUpForm"), stored.end());

@@ -9,7 +9,7 @@ dao::Properties joinProperties(std::initializer_list<BuiltInProperty> builtIns,
     std::vector<dao::Property> properties;
     properties.reserve(builtIns.size() + (stored == nullptr ? 0 : stored->size()));
     for (const BuiltInProperty& property : builtIns) {
-        properties.push_back({.Name = Text(property.name),
+        properties.push_back({.Name = dao::PropertyName::ofLiteral(property.name),
                               .value = std::move(property.value),
                               .Type = property.type,
                               .builtIn = true});

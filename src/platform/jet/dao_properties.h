@@ -11,7 +11,7 @@ namespace relvane::jet {
 
 // A member of the object's class on its way into a list. A braced list hands out its elements as constants; the
 // value is mutable so that it is moved on from there: a database has a hundred thousand of them.
-struct BuiltInProperty {
+struct BuiltInProperty { // `name` is a literal
     TextView name;
     int type;
     mutable Value value;
