@@ -20,6 +20,7 @@
 
 #include "platform/runtime_error.h"
 #include "sqlite/work_store.h"
+#include "support/integrity.h"
 #include "support/samples.h"
 
 namespace relvane::test {
@@ -113,18 +114,7 @@ protected:
 
     void expectNothingLost() {
         EXPECT_TRUE(contentOf(target) == targetContent) << "the target was changed";
-        sqlite3* handle = nullptr;
-        ASSERT_EQ(sqlite3_open(store.c_str(), &handle), SQLITE_OK);
-        std::string answer;
-        sqlite3_exec(
-            handle, "PRAGMA integrity_check",
-            [](void* text, int, char** values, char**) {
-                *static_cast<std::string*>(text) += values[0];
-                return 0;
-            },
-            &answer, nullptr);
-        sqlite3_close(handle);
-        EXPECT_EQ(answer, "ok");
+        EXPECT_EQ(test::integrityOf(store), "ok");
         rows(); // opens as the program opens it
         EXPECT_EQ(wholeRun(), 0);
         EXPECT_EQ(rows(), rowsOfWholeRun);

@@ -9,6 +9,7 @@
 #include "sqlite/store_files.h"
 #include "sqlite/watched_writes.h"
 #include "sqlite/work_store.h"
+#include "support/integrity.h"
 
 namespace relvane::test {
 namespace {
@@ -42,21 +43,6 @@ int rowsOf(RowStore& store) {
         ++count;
     }
     return count;
-}
-
-std::string integrityOf(const fs::path& path) {
-    sqlite3* handle = nullptr;
-    sqlite3_open(path.c_str(), &handle);
-    std::string answer;
-    sqlite3_exec(
-        handle, "PRAGMA integrity_check",
-        [](void* text, int, char** values, char**) {
-            *static_cast<std::string*>(text) += values[0];
-            return 0;
-        },
-        &answer, nullptr);
-    sqlite3_close(handle);
-    return answer;
 }
 
 // Takes the rights of the superuser away from this process, as far as it has them.

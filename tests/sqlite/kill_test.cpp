@@ -10,6 +10,7 @@
 #include "sqlite/store_files.h"
 #include "sqlite/watched_writes.h"
 #include "sqlite/work_store.h"
+#include "support/integrity.h"
 
 namespace relvane::test {
 namespace {
@@ -81,18 +82,7 @@ int rowsOfOneAnalysis(const Text& path) {
 }
 
 bool isSound(const std::filesystem::path& path) {
-    sqlite3* handle = nullptr;
-    sqlite3_open(path.c_str(), &handle);
-    std::string answer;
-    sqlite3_exec(
-        handle, "PRAGMA integrity_check",
-        [](void* text, int, char** values, char**) {
-            *static_cast<std::string*>(text) += values[0];
-            return 0;
-        },
-        &answer, nullptr);
-    sqlite3_close(handle);
-    return answer == "ok";
+    return integrityOf(path) == "ok";
 }
 
 void dieAtEachOf(int rowCount, int step) {
