@@ -38,8 +38,9 @@ TableSpec table(int number) {
     spec.name = u"表" + toText(number);
     spec.properties = {{.name = u"Description", .value = Text(u"業務の表 ") + toText(number)}};
     spec.columns.push_back({.name = u"番号", .type = ColumnType::Long, .autoNumber = true});
-    for (int column = 1; column < columnsOfTable; ++column) {
-        ColumnSpec field{.name = u"項目" + toText(column), .type = types[column % std::size(types)]};
+    for (std::size_t column = 1; column < columnsOfTable; ++column) {
+        ColumnSpec field{.name = u"項目" + toText(static_cast<long long>(column)),
+                         .type = types[column % std::size(types)]};
         field.size = field.type == ColumnType::Text ? 50 : 0;
         field.properties = {{.name = u"Description", .value = Text(u"項目の説明")},
                             {.name = u"Caption", .value = Text(u"見出し")},

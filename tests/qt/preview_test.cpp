@@ -377,8 +377,8 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(RunTimeError, access.DoCmd().OpenReport(reportName, access::acViewPreview));
         QVERIFY_THROWS_EXCEPTION(RunTimeError, application->OpenCurrentDatabase(store_ + u"x", false));
         application->OpenCurrentDatabase(store_, false);
-        QVERIFY_EXCEPTION_THROWN(access.DoCmd().OpenReport(u"R_Nothing", access::acViewPreview),
-                                 RunTimeError);
+        QVERIFY_THROWS_EXCEPTION(RunTimeError,
+                                 access.DoCmd().OpenReport(u"R_Nothing", access::acViewPreview));
         QVERIFY(application->window() == nullptr);
     }
 
