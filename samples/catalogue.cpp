@@ -47,7 +47,7 @@ public:
 private:
     static constexpr int type(ObjectType objectType) { return static_cast<int>(objectType); }
 
-    // Adds a row with the spec's date where it has none, and with the next id where it has none.
+    // Adds a row with the database's date where it has none, and with the next id where it has none.
     std::int32_t add(CatalogueRow row, std::optional<DateTime> created = {},
                      std::optional<DateTime> updated = {}) {
         row.created = created.value_or(spec_.created);

@@ -1,4 +1,4 @@
-// Compares what a reader of databases says with the spec that the database was written from.
+// Compares what a reader of databases says with the model that the database was written from.
 #pragma once
 
 #include "platform/dao.h"
@@ -10,7 +10,7 @@ namespace relvane::samples {
 // a fixed text has its blanks ...
 Value expectedValue(const Value& value, const ColumnSpec& column, int codePage);
 
-// The columns that are there, in the order of the spec.
+// The columns that are there, in the order of the model.
 std::vector<const ColumnSpec*> livingColumns(const TableSpec& table);
 
 // Each adds a failure to the running test for every difference.

@@ -60,7 +60,7 @@ void Row::readJet3Offsets(std::size_t countAt) {
     row.require(countAt >= jumps + 1 + count, u"行の可変長フィールドの表が収まりません");
     const std::size_t firstEntry = countAt - jumps - 1;
     if ((firstEntry - count) / 256 < jumps) {
-        --jumps; // the data ends before the last boundary: that jump byte is a dummy
+        --jumps; // the data ends before the last boundary: that jump byte counts for nothing
     }
     std::size_t jumped = 0;
     for (std::size_t i = 0; i <= count; ++i) {
