@@ -9,10 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include "database_comparison.h"
 #include "sample_builder/database_writer.h"
 #include "sample_builder/description.h"
 #include "sample_builder/many_tables.h"
-#include "spec_comparison.h"
 #include "support/samples.h"
 
 namespace relvane::samples {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "database_comparison.h"
 #include "jet/open_database.h"
 #include "sample_builder/column_value.h"
 #include "sample_builder/database_writer.h"
@@ -11,7 +12,6 @@
 #include "sample_builder/index_key.h"
 #include "sample_builder/many_tables.h"
 #include "sample_builder/system_tables.h"
-#include "spec_comparison.h"
 #include "support/samples.h"
 
 namespace relvane::samples {

@@ -1,4 +1,4 @@
-#include "spec_comparison.h"
+#include "database_comparison.h"
 
 #include <algorithm>
 
