@@ -34,9 +34,12 @@ std::vector<std::string> titleSteps(const std::optional<std::string>& title) {
 
 // Presses what makes the panel's reports. Whether that went without an error.
 bool runDesk(Session& session, const PanelDesk& panel, const std::optional<std::string>& title) {
-    std::vector<std::string> steps = titleSteps(title);
-    steps.insert(steps.end(), panel.steps.begin(), panel.steps.end());
-    for (const std::string& step : steps) {
+    for (const std::string& step : titleSteps(title)) {
+        if (!carryOut(session.desk, parseStep(step))) {
+            return false;
+        }
+    }
+    for (const std::string& step : panel.steps) {
         try {
             if (!carryOut(session.desk, parseStep(step))) {
                 return false;

@@ -39,6 +39,11 @@ done
 check "document with a relative path" 0 sh -c 'cd "$1" && "$2" document "受注 97.mdb" --quiet --out here' - "$work" "$cli"
 [ -s "$work/here/R_RvObjectAll.pdf" ] || { echo "FAILED: no folder beside a relative target"; failed=1; }
 
+check "document with a title" 0 "$cli" document "$work/受注 97.mdb" --title 受注管理第2版 --quiet --out "$work/titled"
+if command -v pdftotext >/dev/null; then
+    pdftotext "$work/titled/R_RvObjectAll.pdf" - | grep -q 受注管理第2版 || { echo "FAILED: the title is not printed"; failed=1; }
+fi
+
 check "target that is not there" 1 "$cli" document "$work/none.mdb" --out "$work/folder2"
 holds "$work/err" "場所:選択"
 printf 'no database' >"$work/text.mdb"
