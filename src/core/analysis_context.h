@@ -10,6 +10,13 @@
 
 namespace relvane {
 
+// What the tables of a panel with a choice of scope were last filled with.
+struct LastRun {
+    std::int16_t scope = 0;       // 1 all, 2 the chosen one
+    Text name;                    // of the list, as each kind of run remembers it
+    std::int16_t linkExclude = 0; // tables only: the link filter behind the run
+};
+
 struct AnalysisContext {
     AnalysisContext(Platform& platform, FrmRelvane& frmRelvane)
         : platform(platform), frmRelvane(frmRelvane) {}
@@ -53,6 +60,7 @@ struct AnalysisContext {
     std::int16_t OptModPrint = 0; // 1 one column, 2 two columns
     // 1 all objects of the kind, 2 the one chosen in the panel's list.
     std::int16_t SelTable = 0, SelQuery = 0, SelForm = 0, SelReport = 0, SelMacro = 0;
+    LastRun LastTable, LastQuery, LastForm, LastReport, LastMacro;
     std::int16_t SortProc = 0, SortModule = 0; // 1 the report in kana order
     std::int16_t LinkExclude = 0;              // 2 linked tables are left out, 1 they are not
 

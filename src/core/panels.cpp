@@ -6,11 +6,11 @@ namespace {
 using C = AnalysisContext;
 using F = FrmRelvane;
 
-constexpr PanelScope tableScope{&F::optTSelect, &F::cboTable, &C::SelTable};
-constexpr PanelScope queryScope{&F::optQSelect, &F::cboQuery, &C::SelQuery};
-constexpr PanelScope formScope{&F::optFSelect, &F::cboForm, &C::SelForm};
-constexpr PanelScope reportScope{&F::optRSelect, &F::cboReport, &C::SelReport};
-constexpr PanelScope macroScope{&F::optMcSelect, &F::cboMacro, &C::SelMacro};
+constexpr PanelScope tableScope{&F::optTSelect, &F::cboTable, &C::SelTable, &C::LastTable};
+constexpr PanelScope queryScope{&F::optQSelect, &F::cboQuery, &C::SelQuery, &C::LastQuery};
+constexpr PanelScope formScope{&F::optFSelect, &F::cboForm, &C::SelForm, &C::LastForm};
+constexpr PanelScope reportScope{&F::optRSelect, &F::cboReport, &C::SelReport, &C::LastReport};
+constexpr PanelScope macroScope{&F::optMcSelect, &F::cboMacro, &C::SelMacro, &C::LastMacro};
 
 // clang-format off
 constexpr Panel table[] = {
@@ -41,6 +41,15 @@ constexpr CommandButton F::*previews[] = {&F::cmdOPre, &F::cmdTPre,  &F::cmdQPre
 
 std::span<const Panel> panels() {
     return table;
+}
+
+const Panel& panelOf(CommandButton FrmRelvane::*action) {
+    for (const Panel& panel : table) {
+        if (panel.action == action) {
+            return panel;
+        }
+    }
+    throw RunTimeError(ErrorNumber::InvalidProcedureCall);
 }
 
 std::span<CommandButton FrmRelvane::*const> actionButtons() {

@@ -15,6 +15,7 @@ struct PanelScope {
     OptionGroup FrmRelvane::*buttons;
     ComboBox FrmRelvane::*list;
     ContextNumber selected; // 1 all, 2 the chosen one
+    LastRun AnalysisContext::*lastRun;
 };
 
 struct Panel {
@@ -29,6 +30,9 @@ struct Panel {
 
 // In the order object, table, query, form, report, procedure, module, step count, macro, control count, file.
 std::span<const Panel> panels();
+
+// The panel of an action button; error 5 for a button without one.
+const Panel& panelOf(CommandButton FrmRelvane::*action);
 
 // Every action button, and every preview button, those outside the table included (image, comments, cover).
 std::span<CommandButton FrmRelvane::*const> actionButtons();

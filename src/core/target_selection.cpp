@@ -185,9 +185,11 @@ void m1a_Click(AnalysisContext& context) {
 }
 
 void RecentFile_Click(AnalysisContext& context, int index) {
-    selectTarget(context, [&] {
-        return context.frmRelvane.RecentFile.at(static_cast<std::size_t>(index)).Caption.get();
-    });
+    selectFile(context, context.frmRelvane.RecentFile.at(static_cast<std::size_t>(index)).Caption);
+}
+
+void selectFile(AnalysisContext& context, const Text& path) {
+    selectTarget(context, [&path] { return path; });
 }
 
 } // namespace relvane

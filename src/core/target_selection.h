@@ -12,4 +12,7 @@ void m1a_Click(AnalysisContext& context);
 // Takes a recent file, index 0 to 3.
 void RecentFile_Click(AnalysisContext& context, int index);
 
+// Takes the file at that path: one that was dropped onto the window.
+void selectFile(AnalysisContext& context, const Text& path);
+
 } // namespace relvane

@@ -18,6 +18,26 @@ bool isDone(const AnalysisSpec& spec) {
 
 } // namespace
 
+bool isRepeated(const AnalysisContext& context, const Panel& panel) {
+    const PanelScope& scope = *panel.scope;
+    const LastRun& last = context.*scope.lastRun;
+    if (context.*panel.done != context.*panel.option) {
+        return false;
+    }
+    if (context.*scope.selected == 2) {
+        return (context.frmRelvane.*scope.list).Text() == last.name;
+    }
+    return last.scope == 1;
+}
+
+void rememberScope(AnalysisContext& context, const Panel& panel) {
+    (context.*panel.scope->lastRun).scope = context.*panel.scope->selected;
+}
+
+void rememberName(AnalysisContext& context, const Panel& panel) {
+    (context.*panel.scope->lastRun).name = (context.frmRelvane.*panel.scope->list).Text();
+}
+
 void announceReport(FrmRelvane& form) {
     showMessage(form.gauge, u"印刷後、印刷ﾌﾟﾚﾋﾞｭｰを終了して下さい。");
     form.Timer1.Interval = messageMilliseconds;
@@ -37,7 +57,9 @@ void fillTables(AnalysisContext& context, const AnalysisSpec& spec) {
     }
     showMessage(form.gauge, spec.workingMessage);
     context.ObjectNo = 0;
-    spec.walk();
+    if (spec.walk() == WalkEnd::Stopped) {
+        return;
+    }
     for (std::size_t i = 0; i < spec.tables.size(); ++i) {
         need(context.*cursors[i]).Close();
     }

@@ -3,7 +3,7 @@
 //
 //     runAnalysis(context, {.tables = {u"T_RvObject", u"T_DataBase"},
 //                           .workingMessage = u"データベース情報　取得中",
-//                           .walk = [&] { ... increment(context.ObjectNo); context.WorkRs1->AddNew(); ... },
+//                           .walk = [&] { ... context.WorkRs1->AddNew(); ... return WalkEnd::Complete; },
 //                           .showReport = [&] { ShowReport(context, u"R_RvObjectAll", previewMode); },
 //                           .preview = &context.frmRelvane.cmdOPre,
 //                           .option = context.OptObject,
@@ -14,14 +14,18 @@
 #include <vector>
 
 #include "core/analysis_context.h"
+#include "core/panels.h"
 
 namespace relvane {
+
+// How a walk ended. Behind a stopped one the cursors stay open, and the run goes on with the rows there are.
+enum class WalkEnd { Complete, Stopped };
 
 struct AnalysisSpec {
     std::vector<TextView>
         tables; // one to three, opened in this order as WorkRs1 to WorkRs3, emptied in this order
     TextView workingMessage;
-    std::function<void()> walk;       // writes the rows; ObjectNo is 0 before it
+    std::function<WalkEnd()> walk;    // writes the rows; ObjectNo is 0 before it
     std::function<void()> showReport; // opens the report for the present option
     CommandButton* preview = nullptr; // opened after the run
     std::int16_t option = 0;          // of this run
@@ -29,6 +33,15 @@ struct AnalysisSpec {
     // Whether the tables already hold what the panel asks for. Left out: the done flag equals the option.
     std::function<bool()> isDone = {};
 };
+
+// For panels with a choice of scope. The tables hold what is asked for when the option is the same, and either all
+// objects were wanted and are again, or one is and the remembered name is the one in the list.
+bool isRepeated(const AnalysisContext& context, const Panel& panel);
+
+// Remembers, behind a run, which scope it had. The name is told apart, since each kind of run has its own moment to
+// remember it.
+void rememberScope(AnalysisContext& context, const Panel& panel);
+void rememberName(AnalysisContext& context, const Panel& panel);
 
 // Puts a message behind a finished run: print, then close the preview; both disappear after five seconds.
 void announceReport(FrmRelvane& form);

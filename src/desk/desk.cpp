@@ -42,6 +42,7 @@ void Desk::wire() {
     for (MenuItem& entry : form.RecentFile) {
         entry.Click = [this, index = entry.index()] { RecentFile_Click(context, index); };
     }
+    form.FileDropped = [this](const Text& path) { selectFile(context, path); };
     form.m1z.Click = form.QueryUnload = [this] { m1z_Click(context); };
     form.m8.Click = [this] { showWithTarget(context, frmSetUp); };
     form.m2.Click = [this] { platform_.system->openScreenSaverSettings(); };

@@ -4,6 +4,7 @@
 #include "core/text_functions.h"
 #include "core/vocabulary.h"
 #include "core/work_store_convention.h"
+#include "objects/object_text.h"
 #include "output/report_show.h"
 
 namespace relvane {
@@ -37,21 +38,6 @@ constexpr std::int16_t optionAll = 7;
 
 constexpr std::int64_t nameLength = 150;
 
-Text storedName(TextView name) {
-    return RTrim(Left(name, nameLength));
-}
-
-// The last property of that exact name; objects that have a description have it near their end.
-const dao::Property* lastProperty(dao::Properties& properties, TextView name) {
-    for (int i = properties.Count() - 1; i >= 0; --i) {
-        const dao::Property& property = properties.Item(i);
-        if (property.Name == name) {
-            return &property;
-        }
-    }
-    return nullptr;
-}
-
 // The fields that all kinds share; `type` stands between the dates and Midasi where a kind has one.
 template <class Object>
 void beginRow(AnalysisContext& context, TextView className, const Object& object,
@@ -62,7 +48,7 @@ void beginRow(AnalysisContext& context, TextView className, const Object& object
     row.Collect(u"DbNo", std::int64_t{0});
     row.Collect(u"objectNo", std::int64_t{context.ObjectNo});
     row.Collect(u"Class", Text(className));
-    row.Collect(u"ObjectName", storedName(object.Name()));
+    row.Collect(u"ObjectName", cutText(object.Name(), nameLength));
     row.Collect(u"DateCreate", object.DateCreated());
     row.Collect(u"DateUpdate", object.LastUpdated());
     if (type != nullptr) {
@@ -71,23 +57,10 @@ void beginRow(AnalysisContext& context, TextView className, const Object& object
     row.Collect(u"Midasi", std::int64_t{context.OptObject});
 }
 
-void writeDescription(AnalysisContext& context, dao::Properties& properties) {
-    if (const dao::Property* description = lastProperty(properties, u"Description")) {
-        context.WorkRs1->Collect(u"Description", description->value);
-    }
-}
-
-Text linkType(TextView connect) {
-    if (InStr(connect, u";") == 1) {
-        return u"Link(Access)";
-    }
-    return InStr(connect, u"ODBC;") > 0 ? u"Link(ODBC)" : u"Link(その他)";
-}
-
 // A linked table says where its data lies instead of what its author wrote about it.
 void writeLink(AnalysisContext& context, TextView connect) {
     context.WorkRs1->Collect(u"QueryType", linkType(connect));
-    context.WorkRs1->Collect(u"Description", RTrim(Mid(connect, InStr(connect, u"=") + 1, 140)));
+    context.WorkRs1->Collect(u"Description", cutText(Mid(connect, InStr(connect, u"=") + 1), 140));
 }
 
 void addDocuments(AnalysisContext& context, const DocumentKind& kind) {
@@ -95,7 +68,7 @@ void addDocuments(AnalysisContext& context, const DocumentKind& kind) {
     for (const auto& document : context.CurContainer->Documents()) {
         context.CurDocument = document.get();
         beginRow(context, kind.className, *document);
-        writeDescription(context, document->Properties());
+        writeDescription(*context.WorkRs1, document->Properties());
         context.WorkRs1->Update();
     }
 }
@@ -106,7 +79,7 @@ void writeDatabaseRow(AnalysisContext& context) {
     const std::int64_t bytes = context.platform.files->FileLen(context.frmRelvane.lblDBName.Caption);
     row.AddNew();
     row.Collect(u"DbNo", std::int64_t{0});
-    row.Collect(u"DbName", storedName(target.Name()));
+    row.Collect(u"DbName", cutText(target.Name(), nameLength));
     row.Collect(u"FileSize", static_cast<double>(bytes) / 1024.0);
     row.Collect(u"Version", target.Version());
     row.Collect(u"QueryTimeout", std::int64_t{target.QueryTimeout()});
@@ -144,7 +117,11 @@ void walkChosenKinds(AnalysisContext& context) {
 AnalysisSpec specOf(AnalysisContext& context) {
     return {.tables = {u"T_RvObject", u"T_DataBase"},
             .workingMessage = u"データベース情報　取得中",
-            .walk = [&context] { walkChosenKinds(context); },
+            .walk =
+                [&context] {
+                    walkChosenKinds(context);
+                    return WalkEnd::Complete;
+                },
             .showReport =
                 [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdOPre), previewMode); },
             .preview = &context.frmRelvane.cmdOPre,
@@ -159,7 +136,7 @@ void addSaved(AnalysisContext& context, TextView className, const Object& object
     row.AddNew();
     row.Collect(u"objectNo", std::int64_t{context.ObjectNo});
     row.Collect(u"Class", Text(className));
-    row.Collect(u"ObjectName", storedName(object.Name()));
+    row.Collect(u"ObjectName", cutText(object.Name(), nameLength));
     row.Collect(u"DateUpdate", object.LastUpdated());
     row.Collect(u"DateCreate", object.DateCreated());
     row.Update();
@@ -174,7 +151,7 @@ void AddTableObjects(AnalysisContext& context) {
             continue;
         }
         beginRow(context, tableClass, *table);
-        writeDescription(context, table->Properties());
+        writeDescription(*context.WorkRs1, table->Properties());
         if (const Text connect = table->Connect(); !connect.empty()) {
             writeLink(context, connect);
         }
@@ -190,7 +167,7 @@ void AddQueryObjects(AnalysisContext& context) {
         }
         const Text type = GetQueryTypeName(toText(static_cast<long long>(query->Type())));
         beginRow(context, queryClass, *query, &type);
-        writeDescription(context, query->Properties());
+        writeDescription(*context.WorkRs1, query->Properties());
         context.WorkRs1->Update();
     }
 }

@@ -265,6 +265,7 @@ public:
     std::function<void()> QueryUnload; // the person closes the window
     std::function<void()> MouseMove;   // over the window itself
     std::function<void(int& keyAscii)> KeyPress;
+    std::function<void(const Text& path)> FileDropped; // a file of the desktop, dropped onto the window
 
     void Show(); // loads the form when it is not loaded, and makes it visible
     void Hide();

@@ -135,7 +135,10 @@ TEST_F(StartUpTest, FramesOfAnalysesToComeAreHiddenAndTheirControlsExist) {
     EXPECT_TRUE(form().Frame2.Visible);
     EXPECT_TRUE(form().Frame5.Visible);
     EXPECT_TRUE(form().cmdObject.isShown());
-    EXPECT_FALSE(form().cmdTable.isShown());
+    EXPECT_TRUE(form().cmdTable.isShown());
+    EXPECT_TRUE(form().cmdFile.isShown());
+    EXPECT_FALSE(form().cmdForm.isShown());
+    EXPECT_FALSE(form().cmdFmImage.isShown()) << "in a frame that is there for its list of files";
     EXPECT_NE(form().find("cboFmImage"), nullptr);
     EXPECT_NE(form().find("opttable_2"), nullptr);
     EXPECT_EQ(form().find("cmdHyousi_3"), &form().cmdHyousi(3));

@@ -17,7 +17,11 @@ struct Convention : testing::Test, test::FakeProgram {
     AnalysisSpec spec(std::function<void()> walk = [] {}) {
         return {.tables = {u"T_RvTblItem", u"T_RvTblInfo"},
                 .workingMessage = u"テーブル情報　取得中",
-                .walk = std::move(walk),
+                .walk =
+                    [walk = std::move(walk)] {
+                        walk();
+                        return WalkEnd::Complete;
+                    },
                 .showReport = [this] { ++reportsShown; },
                 .preview = &form().cmdTPre,
                 .option = context().OptTable,

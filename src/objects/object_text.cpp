@@ -1,0 +1,34 @@
+#include "objects/object_text.h"
+
+#include "core/text_functions.h"
+
+namespace relvane {
+
+Text cutText(TextView text, std::int64_t length) {
+    return RTrim(Left(text, length));
+}
+
+const dao::Property* lastProperty(dao::Properties& properties, TextView name) {
+    for (int i = properties.Count() - 1; i >= 0; --i) {
+        const dao::Property& property = properties.Item(i);
+        if (property.Name == name) {
+            return &property;
+        }
+    }
+    return nullptr;
+}
+
+void writeDescription(Recordset& row, dao::Properties& properties) {
+    if (const dao::Property* description = lastProperty(properties, u"Description")) {
+        row.Collect(u"Description", description->value);
+    }
+}
+
+Text linkType(TextView connect) {
+    if (InStr(connect, u";") == 1) {
+        return u"Link(Access)";
+    }
+    return InStr(connect, u"ODBC;") > 0 ? u"Link(ODBC)" : u"Link(その他)";
+}
+
+} // namespace relvane
