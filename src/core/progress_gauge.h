@@ -20,6 +20,10 @@ inline constexpr int gaugeLength = 2400;
 // follows 100 directly.
 void SetGauge(ProgressGauge& gauge, std::int16_t percent);
 
+// `done` of `total` as SetGauge takes it: rounded to the nearest number, a half to the even one. Error 11 for a total
+// of 0; a negative total gives what it gives.
+std::int16_t percentOf(std::int32_t done, std::int32_t total);
+
 // Shows the line at 0, before work begins.
 void startGauge(ProgressGauge& gauge);
 
@@ -28,5 +32,8 @@ void hideGauge(ProgressGauge& gauge);
 
 // Puts a message into the message line and shows it at once.
 void showMessage(ProgressGauge& gauge, TextView message);
+
+// A step of a walk is over: the gauge at the part that is done, and the message.
+void showProgress(ProgressGauge& gauge, std::int32_t done, std::int32_t total, TextView message);
 
 } // namespace relvane

@@ -9,6 +9,14 @@ using Cursor = std::unique_ptr<Recordset> AnalysisContext::*;
 constexpr Cursor cursors[] = {&AnalysisContext::WorkRs1, &AnalysisContext::WorkRs2,
                               &AnalysisContext::WorkRs3};
 
+void forEachTable(const AnalysisSpec& spec, const std::function<void(TextView table, Cursor cursor)>& step) {
+    for (std::size_t i = 0; i < spec.tables.size(); ++i) {
+        if (!spec.tables[i].empty()) {
+            step(spec.tables[i], cursors[i]);
+        }
+    }
+}
+
 bool isDone(const AnalysisSpec& spec) {
     if (spec.isDone) {
         return spec.isDone();
@@ -46,23 +54,20 @@ void announceReport(FrmRelvane& form) {
 void fillTables(AnalysisContext& context, const AnalysisSpec& spec) {
     FrmRelvane& form = context.frmRelvane;
     context.WorkDb = context.platform.openWorkStore(context.WorkDbPath);
-    for (std::size_t i = 0; i < spec.tables.size(); ++i) {
-        context.*cursors[i] = context.WorkDb->OpenRecordset(spec.tables[i]);
-    }
+    forEachTable(
+        spec, [&](TextView table, Cursor cursor) { context.*cursor = context.WorkDb->OpenRecordset(table); });
     form.Pointer = MousePointer::Hourglass;
     form.Enabled = false;
     startGauge(form.gauge);
-    for (const TextView table : spec.tables) {
+    forEachTable(spec, [&](TextView table, Cursor) {
         context.WorkDb->Execute(u"delete * from " + Text(table) + u";");
-    }
+    });
     showMessage(form.gauge, spec.workingMessage);
     context.ObjectNo = 0;
     if (spec.walk() == WalkEnd::Stopped) {
         return;
     }
-    for (std::size_t i = 0; i < spec.tables.size(); ++i) {
-        need(context.*cursors[i]).Close();
-    }
+    forEachTable(spec, [&](TextView, Cursor cursor) { need(context.*cursor).Close(); });
 }
 
 void runAnalysis(AnalysisContext& context, const AnalysisSpec& spec) {

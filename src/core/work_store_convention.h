@@ -22,8 +22,9 @@ namespace relvane {
 enum class WalkEnd { Complete, Stopped };
 
 struct AnalysisSpec {
-    std::vector<TextView>
-        tables; // one to three, opened in this order as WorkRs1 to WorkRs3, emptied in this order
+    // One to three, opened in this order as WorkRs1 to WorkRs3, emptied in this order. An empty name leaves the cursor
+    // of that place as it is.
+    std::vector<TextView> tables;
     TextView workingMessage;
     std::function<WalkEnd()> walk;    // writes the rows; ObjectNo is 0 before it
     std::function<void()> showReport; // opens the report for the present option

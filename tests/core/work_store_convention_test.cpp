@@ -43,6 +43,16 @@ TEST_F(Convention, OpensEmptiesWalksAndClosesInOrder) {
                                             u"walk", u"close T_RvTblItem", u"close T_RvTblInfo"}));
 }
 
+TEST_F(Convention, CursorWithoutATableStaysAsItIs) {
+    AnalysisSpec analysis = spec();
+    analysis.tables = {{}, u"T_RvQeryInfo"};
+    const Recordset* before = context().WorkRs1.get();
+    runAnalysis(context(), analysis);
+    EXPECT_EQ(store.log, (std::vector<Text>{u"open T_RvQeryInfo", u"delete * from T_RvQeryInfo;",
+                                            u"close T_RvQeryInfo"}));
+    EXPECT_EQ(context().WorkRs1.get(), before);
+}
+
 TEST_F(Convention, WindowIsClosedAndTheHourglassShowsDuringTheRun) {
     bool looked = false;
     runAnalysis(context(), spec([&] {
@@ -167,6 +177,25 @@ TEST(Gauge, FiftyPercentIsTwelveHundred) {
     EXPECT_EQ(refreshed, 2) << "100 is not shown at once";
     SetGauge(form.gauge, 102);
     EXPECT_EQ(form.linGuage.X2, 2448);
+}
+
+TEST(Gauge, PartsAreRoundedAHalfToTheEvenNumber) {
+    EXPECT_EQ(percentOf(1, 3), 33);
+    EXPECT_EQ(percentOf(2, 3), 67);
+    EXPECT_EQ(percentOf(1, 8), 12);
+    EXPECT_EQ(percentOf(3, 8), 38);
+    EXPECT_EQ(percentOf(7, 7), 100);
+    EXPECT_EQ(percentOf(2, -1), -200) << "a total may be negative";
+    EXPECT_EQ(skipErrors([] { percentOf(1, 0); }), 11);
+    EXPECT_EQ(skipErrors([] { percentOf(400, 1); }), 6);
+}
+
+TEST(Gauge, StepOfAWalkMovesTheLineAndSaysWhatIsDone) {
+    FrmRelvane form;
+    showProgress(form.gauge, 1, 4, u"テーブル情報　取得中　(顧客)");
+    EXPECT_EQ(form.linGuage.X2, 600);
+    EXPECT_EQ(form.lblPer.Caption.get(), u"25%");
+    EXPECT_EQ(form.txtMesege.Caption.get(), u"テーブル情報　取得中　(顧客)");
 }
 
 TEST_F(Convention, MessageAndLineDisappearFiveSecondsBehindTheReport) {
