@@ -8,7 +8,10 @@
 #include "core/shut_down.h"
 #include "core/start_up.h"
 #include "core/target_selection.h"
+#include "objects/file_list.h"
 #include "objects/object_inventory.h"
+#include "objects/query_analysis.h"
+#include "objects/table_analysis.h"
 #include "output/cover_page.h"
 #include "output/report_show.h"
 
@@ -49,6 +52,9 @@ void Desk::wire() {
     form.m4.Click = [this] { platform_.system->openHelp(context.ProgramFolder + u"Relvane.hlp"); };
 
     form.cmdObject.Click = [this] { cmdObject_Click(context); };
+    form.cmdTable.Click = [this] { cmdTable_Click(context); };
+    form.cmdQuery.Click = [this] { cmdQuery_Click(context); };
+    form.cmdFile.Click = [this] { cmdFile_Click(context); };
     for (CommandButton& button : form.cmdHyousiButtons) {
         button.Click = [this, index = button.index()] { cmdHyousi_Click(context, index); };
     }

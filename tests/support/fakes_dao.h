@@ -18,6 +18,42 @@ inline dao::Properties properties(std::vector<std::pair<Text, Value>> values) {
     return dao::Properties(std::move(all));
 }
 
+// The members are named as DAO names them; a test sets what it speaks of.
+class FakeField : public dao::Field {
+public:
+    FakeField(Text name, int type, std::int32_t size) : name(std::move(name)), type(type), size(size) {}
+    Text name;
+    int type;
+    std::int32_t size;
+    std::int32_t attributes = 2;
+    bool allowZeroLength = false, required = false;
+    Text defaultValue, validationRule, validationText, sourceField, sourceTable;
+    dao::Properties stored;
+
+    Text Name() const override { return name; }
+    int Type() const override { return type; }
+    std::int32_t Size() const override { return size; }
+    std::int32_t Attributes() const override { return attributes; }
+    bool AllowZeroLength() const override { return allowZeroLength; }
+    bool Required() const override { return required; }
+    Text DefaultValue() const override { return defaultValue; }
+    Text ValidationRule() const override { return validationRule; }
+    Text ValidationText() const override { return validationText; }
+    int OrdinalPosition() const override { return 0; }
+    Text SourceField() const override { return sourceField; }
+    Text SourceTable() const override { return sourceTable; }
+    dao::Properties& Properties() override { return stored; }
+};
+
+// Adds a field to the collection of a table or query.
+inline FakeField& addField(dao::Collection<dao::Field>& fields, Text name, int type, std::int32_t size) {
+    std::vector<std::shared_ptr<dao::Field>> all(fields.begin(), fields.end());
+    auto made = std::make_shared<FakeField>(std::move(name), type, size);
+    all.push_back(made);
+    fields = dao::Collection<dao::Field>(std::move(all));
+    return *made;
+}
+
 class FakeTableDef : public dao::TableDef {
 public:
     explicit FakeTableDef(Text name, Text connect = {})
@@ -49,20 +85,39 @@ public:
     Value created = DateTime{1997, 1, 2, 3, 4, 5}, updated = DateTime{1998, 2, 3, 4, 5, 6};
     dao::Properties stored;
     dao::Collection<dao::Field> fields;
+    Text sql = u"SELECT 1;", connect;
+    int sqlError = 0, connectError = 0, fieldsError = 0; // of each reading, 0 for none
+    int sqlReads = 0, connectReads = 0;
+    int odbcTimeout = 60;
+    std::int32_t maxRecords = 0, recordsAffected = 0;
+    bool updatable = true;
 
     Text Name() const override { return name; }
     int Type() const override { return type; }
     Value DateCreated() const override { return created; }
     Value LastUpdated() const override { return updated; }
-    Text SQL() override { return u"SELECT 1;"; }
-    Text Connect() override { return {}; }
-    int ODBCTimeout() const override { return 60; }
-    std::int32_t MaxRecords() const override { return 0; }
+    Text SQL() override {
+        ++sqlReads;
+        return failing(sqlError), sql;
+    }
+    Text Connect() override {
+        ++connectReads;
+        return failing(connectError), connect;
+    }
+    int ODBCTimeout() const override { return odbcTimeout; }
+    std::int32_t MaxRecords() const override { return maxRecords; }
     bool ReturnsRecords() const override { return true; }
-    bool Updatable() const override { return true; }
-    std::int32_t RecordsAffected() const override { return 0; }
-    const dao::Collection<dao::Field>& Fields() override { return fields; }
+    bool Updatable() const override { return updatable; }
+    std::int32_t RecordsAffected() const override { return recordsAffected; }
+    const dao::Collection<dao::Field>& Fields() override { return failing(fieldsError), fields; }
     dao::Properties& Properties() override { return stored; }
+
+private:
+    static void failing(int error) {
+        if (error != 0) {
+            throw RunTimeError(error, u"説明");
+        }
+    }
 };
 
 class FakeDocument : public dao::Document {

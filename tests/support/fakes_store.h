@@ -13,13 +13,15 @@ namespace relvane::test {
 
 using FakeRow = std::vector<std::pair<Text, Value>>; // in the order in which the fields were written
 
+// Of a field that was written twice the later value stands.
 inline Value valueOf(const FakeRow& row, TextView field) {
+    Value last = Null{};
     for (const auto& [name, value] : row) {
         if (name == field) {
-            return value;
+            last = value;
         }
     }
-    return Null{};
+    return last;
 }
 
 inline std::vector<Text> fieldNames(const FakeRow& row) {
