@@ -1,0 +1,109 @@
+// A form or report as its design has it: the objects in stored order, who belongs to whom, and the value of every
+// property, whether the object stores it, its form's default block for the type, or neither.
+//
+// All lengths and places are in twips (1440 to the inch); places of controls are relative to their section, never
+// to the control around them. Colours are red + 256 green + 65536 blue; a negative one is a colour of the system,
+// whose number stands in the low byte. Events are the text of the property sheet: "[Event Procedure]", the name of
+// a macro, or an expression behind "=".
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <optional>
+
+#include "access/design_properties.h"
+#include "access/design_stream.h"
+
+namespace relvane::access {
+
+class Design;
+
+// One object of a design: the root, a default block, a group level, a section or a control. It lives as long as its
+// Design.
+class DesignObject {
+public:
+    DesignType type() const { return stored_->type; }
+    TextView typeName() const { return nameOf(type()); } // empty when the type is unknown
+    std::size_t offset() const { return stored_->offset; }
+    Text name() const; // of sections and controls; empty for the others
+
+    const DesignObject* parent() const { return parent_; }                         // nullptr for the root
+    const std::vector<const DesignObject*>& children() const { return children_; } // in stored order
+    // Of a control the section around it, of a section itself, of all others nullptr.
+    const DesignObject* section() const;
+    // A control right below the root is no control but the values that new ones of its type begin with.
+    bool isDefaultBlock() const { return isControl(type()) && parent_->parent_ == nullptr; }
+    bool isInOptionGroup() const { return parent_ != nullptr && parent_->type() == DesignType::OptionGroup; }
+    const DesignObject* attachedLabel() const; // nullptr when it has none
+
+    // Section(n) of the object model: 0 detail, 1 and 2 header and footer of the form or report, 3 and 4 those of
+    // the page, then 5 and 6 of group level 0, 7 and 8 of level 1 and so on. Only for sections.
+    int sectionIndex() const;
+
+    // What the object itself stores, rising by id. A value of a property that nobody has named is a number, or Bytes
+    // in the variable class, or True for a flag.
+    const std::vector<StoredValue>& storedValues() const { return stored_->values; }
+    const PropertyFact* factOf(const StoredValue& value) const { return findProperty(type(), value.id); }
+    Value decoded(const StoredValue& value) const;
+
+    // The value of a property by either of its names (findProperty); nothing when the type has no such property.
+    // From the object, or else the default block of its type, or else what is built in. Null means that nothing is
+    // stored and the built-in value is unknown, or that there is none.
+    // RowSourceType is always a text, also where only its number is stored.
+    std::optional<Value> value(TextView name) const;
+    Value value(const PropertyFact& fact) const;
+    // The same, for a property that the type surely has: error 438 when it has not.
+    Value operator[](TextView name) const;
+
+    // The bytes of a property that holds data (PictureData, OleData, PrtMip ...), from the object or its default
+    // block; empty when there are none.
+    std::span<const std::uint8_t> bytes(TextView name) const;
+
+private:
+    friend class Design;
+    DesignObject(const Design& design, const StoredObject& stored, const DesignObject* parent)
+        : design_(&design), stored_(&stored), parent_(parent) {}
+
+    const DesignObject* inheritsFrom() const; // the default block of a control
+    std::optional<Value> rowSourceType(const PropertyFact& fact) const;
+
+    const Design* design_;
+    const StoredObject* stored_;
+    const DesignObject* parent_;
+    std::vector<const DesignObject*> children_;
+};
+
+class Design {
+public:
+    // `codePage` is the database's: texts of a stream of Access 97 are in it.
+    Design(StoredDesign stored, int codePage);
+    Design(const Design&) = delete;
+    Design& operator=(const Design&) = delete;
+
+    int version() const { return stored_.version.version; }
+    bool isReport() const { return root().type() == DesignType::Report; }
+
+    const DesignObject& root() const { return objects_.front(); }
+    const DesignObject* defaultBlock(DesignType type) const; // nullptr when the design has none
+    const std::vector<const DesignObject*>& defaultBlocks() const { return defaultBlocks_; }
+    const std::vector<const DesignObject*>& groupLevels() const { return groupLevels_; } // level 0 first
+    const std::vector<const DesignObject*>& sections() const { return sections_; }       // as on the screen
+    const DesignObject* section(int index) const; // by DesignObject::sectionIndex; nullptr when there is none
+    // Section after section in stored order, each control before its children: labels, option buttons, pages.
+    const std::vector<const DesignObject*>& controls() const { return controls_; }
+    const DesignObject*
+    findControl(TextView name) const; // without regard to case; nullptr when there is none
+
+    // Text of bytes of this design.
+    Text text(std::span<const std::uint8_t> bytes) const;
+
+private:
+    DesignObject& add(const StoredObject& stored, const DesignObject* parent);
+
+    StoredDesign stored_;
+    int codePage_;
+    std::deque<DesignObject> objects_; // in stored order, the root first
+    std::vector<const DesignObject*> defaultBlocks_, groupLevels_, sections_, controls_;
+};
+
+} // namespace relvane::access
