@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "inspect_designs.h"
 #include "jet/jet_file.h"
 #include "jet/open_database.h"
 #include "json_writer.h"
@@ -27,6 +28,7 @@ public:
                 "documents", [&]() -> auto& { return container.Documents(); },
                 [&](dao::Document& document) { writeDocument(document); });
         });
+        writeDesigns();
         json_.key("problems");
         json_.beginArray();
         for (const Text& problem : problems_) {
@@ -215,6 +217,30 @@ private:
         member("properties", [&] { writeProperties(document.Properties()); });
     }
 
+    // Null stands for designs that a newer Access keeps in a store of its own.
+    void writeDesigns() {
+        const access::DesignSource source(jet::fileOf(database_));
+        const auto write = [&](const char* name, const std::vector<access::DesignDocument>& documents) {
+            json_.key(name);
+            if (!source.canRead()) {
+                json_.null();
+                return;
+            }
+            json_.beginArray();
+            for (const access::DesignDocument& document : documents) {
+                json_.beginObject();
+                member("name", document.name);
+                member("hasModule", document.hasModule);
+                member("design", [&] { writeDesign(json_, source, document); });
+                member("typeInfo", [&] { writeTypeInfo(json_, source, document); });
+                json_.endObject();
+            }
+            json_.endArray();
+        };
+        write("forms", source.forms());
+        write("reports", source.reports());
+    }
+
     JsonWriter json_;
     dao::Database& database_;
     std::vector<Text> problems_;
@@ -222,8 +248,8 @@ private:
 
 } // namespace
 
-void writeInspection(std::ostream& out, const std::string& path) {
-    const auto database = jet::openDatabase(textOfNativePath(path));
+void writeInspection(std::ostream& out, const std::string& path, jet::LinkResolver resolveLink) {
+    const auto database = jet::openDatabase(textOfNativePath(path), {.resolveLink = std::move(resolveLink)});
     Inspection(out, *database).write();
 }
 

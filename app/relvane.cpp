@@ -4,6 +4,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
+#include <functional>
 #include <iostream>
 #include <optional>
 
@@ -21,6 +22,7 @@
 #include "qt/single_instance.h"
 #include "qt/windows.h"
 #include "sqlite/work_store.h"
+#include "system/link_map_file.h"
 #include "system/linux_files.h"
 #include "system/linux_system.h"
 #include "system/program_folder.h"
@@ -33,25 +35,83 @@ constexpr int exitDone = 0, exitFailed = 1, exitWrongUsage = 2;
 
 struct CommandLine {
     std::optional<std::filesystem::path> programFolder;
+    std::vector<LinkMapping> links;
     Text analysisFile; // as the logic reads it: empty, or an absolute path in double quotes
 };
 
+Text sentence(const MappingFault& fault) {
+    const Text text = fromUtf8(fault.text);
+    switch (fault.kind) {
+    case MappingFault::Kind::NoMapping:
+        return u"「元のパス=フォルダ」の形ではありません。 (" + text + u")";
+    case MappingFault::Kind::NoUtf8:
+        return u"UTF-8 で書かれていません。";
+    case MappingFault::Kind::FolderMissing:
+        return u"フォルダが見つかりません。 (" + text + u")";
+    case MappingFault::Kind::Unreadable:
+        return text;
+    }
+    return text;
+}
+
+// Keeps the mappings of the command line in the program's folder, and gives all that count: those of the command line
+// go before those of the file. What in the file cannot be read is told in one box; the rest counts.
+std::vector<LinkMapping> linkMappings(const CommandLine& line, const std::filesystem::path& folder,
+                                      Dialogs& dialogs) {
+    Text faults;
+    try {
+        keepLinkMappings(folder, line.links);
+    } catch (const RunTimeError& error) {
+        faults += u"\r" + error.description();
+    }
+    LinkMap kept = readLinkMap(folder);
+    for (const MappingFault& fault : kept.faults) {
+        faults += u"\r" +
+                  (fault.line == 0 ? Text() : toText(static_cast<long long>(fault.line)) + u"行目: ") +
+                  sentence(fault);
+    }
+    if (!faults.empty()) {
+        dialogs.MsgBox(u"リンク先の対応 (" + fromUtf8(linkMapFile) + u") に使用出来ないものがあります。" +
+                           faults,
+                       okOnly, Text(programTitle));
+    }
+    std::vector<LinkMapping> links = line.links;
+    links.insert(links.end(), kept.mappings.begin(), kept.mappings.end());
+    return links;
+}
+
+// Nothing for wrong usage, which has been told on standard error.
 std::optional<CommandLine> readCommandLine(const QApplication& application) {
     QCommandLineParser parser;
     const QCommandLineOption folder(QStringLiteral("program-folder"),
                                     QStringLiteral("work in this folder (work database, settings)"),
                                     QStringLiteral("DIR"));
     parser.setApplicationDescription(QStringLiteral("Documents Microsoft Access databases without Access."));
+    const QCommandLineOption map(
+        QStringLiteral("map"),
+        QStringLiteral(
+            "linked files under PREFIX (C:\\data) lie in DIR; may be repeated, is kept in Relvane.map"),
+        QStringLiteral("PREFIX=DIR"));
     parser.addOption(folder);
+    parser.addOption(map);
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("a saved analysis file"),
                                  QStringLiteral("[FILE]"));
     parser.process(application);
     if (parser.positionalArguments().size() > 1) {
+        std::cerr << "relvane: one file at most\n";
         return std::nullopt;
     }
     CommandLine line;
+    for (const QString& word : parser.values(map)) {
+        auto read = parseLinkMapping(word.toStdString(), std::filesystem::current_path());
+        if (const auto* fault = std::get_if<MappingFault>(&read)) {
+            std::cerr << "relvane: --map: " << toUtf8(sentence(*fault)) << '\n';
+            return std::nullopt;
+        }
+        line.links.push_back(std::get<LinkMapping>(std::move(read)));
+    }
     if (parser.isSet(folder)) {
         const QString path = QFileInfo(parser.value(folder)).absoluteFilePath();
         line.programFolder = QFile::encodeName(path).toStdString();
@@ -79,16 +139,20 @@ int run(QApplication& application, const CommandLine& line) {
         instance.askFirstToShow();
     }
 
-    LinuxFiles files;
+    // A second program only shows the first, and leaves the file to it.
+    LinuxFiles files(lock.isHeld() ? linkMappings(line, folder, dialogs) : std::vector<LinkMapping>());
+    const jet::LinkResolver resolveLink = std::bind_front(&Files::resolveLink, &files);
     LinuxSystem system(!lock.isHeld());
     qt::DesktopServices services(system, dialogs);
     Platform platform;
     platform.dialogs = &dialogs;
     platform.files = &files;
     platform.system = &services;
-    platform.openTarget = [](const Text& path) { return jet::openDatabase(path); };
+    platform.openTarget = [resolveLink](const Text& path) {
+        return jet::openDatabase(path, {.resolveLink = resolveLink});
+    };
     platform.openWorkStore = openWorkStore;
-    platform.newTargetApplication = [] { return access::newTargetApplication(); };
+    platform.newTargetApplication = [resolveLink] { return access::newTargetApplication(resolveLink); };
     platform.newReportApplication = [&system] {
         return std::make_shared<qt::PreviewApplication>(
             qt::PreviewServices{.openWorkStore = openWorkStore, .now = [&system] { return system.now(); }});
@@ -127,7 +191,6 @@ int main(int argc, char** argv) {
     QApplication::installTranslator(&texts);
     const auto line = readCommandLine(application);
     if (!line) {
-        std::cerr << "relvane: one file at most\n";
         return exitWrongUsage;
     }
     try {

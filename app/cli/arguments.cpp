@@ -22,7 +22,7 @@ Arguments::Arguments(std::span<const std::string> words, std::span<const Option>
         if (option == known.end()) {
             throw UsageError("unknown option " + name);
         }
-        if (has(name)) {
+        if (has(name) && !option->repeatable) {
             throw UsageError(name + " is given twice");
         }
         if (option->valueName.empty()) {
@@ -43,6 +43,16 @@ Arguments::Arguments(std::span<const std::string> words, std::span<const Option>
 std::optional<std::string> Arguments::value(std::string_view option) const {
     const auto found = std::ranges::find(given_, option, &Given::name);
     return found == given_.end() ? std::nullopt : std::optional(found->value);
+}
+
+std::vector<std::string> Arguments::values(std::string_view option) const {
+    std::vector<std::string> all;
+    for (const Given& given : given_) {
+        if (given.name == option) {
+            all.push_back(given.value);
+        }
+    }
+    return all;
 }
 
 } // namespace relvane::cli

@@ -23,6 +23,7 @@ int runPress(const Arguments& arguments) {
     const std::filesystem::path target =
         std::filesystem::absolute(arguments.positional()[0]).lexically_normal();
     const bool quiet = arguments.has("--quiet");
+    const auto given = givenMappings(arguments);
 
     std::vector<Step> steps;
     std::deque<Text> files;
@@ -39,7 +40,8 @@ int runPress(const Arguments& arguments) {
     }
 
     const WorkingFolder folder(arguments, WorkingFolder::Kind::UsersOwn);
-    Session session(folder.path(), {}, quiet, !quiet && ::isatty(STDERR_FILENO) != 0);
+    Session session(folder.path(), {}, quiet, !quiet && ::isatty(STDERR_FILENO) != 0, nullptr,
+                    folder.linkMappings(given));
     if (!session.select(target)) {
         return exitErrorReported;
     }

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "command.h"
+#include "link_options.h"
 #include "platform/runtime_error.h"
 #include "press_steps.h"
 
@@ -21,20 +22,19 @@ namespace {
 constexpr Option documentOptions[] = {
     {"--out", "DIR", "where the folder is made (default: out)"},
     {"--title", "TEXT", "the line that all reports print as the name of the file"},
+    mapOption,
 };
+constexpr Option linkOptions[] = {mapOption};
 constexpr Option reportOptions[] = {{"--pdf", "FILE", "the file to write"}};
 
 constexpr Command commands[] = {
     {"document", "TARGET [--out DIR] [--title TEXT]", "makes the whole folder of paper of a database",
      documentOptions, 1, 1, runDocument},
-    {"press",
-     "TARGET STEP...",
+    {"press", "TARGET STEP...",
      "presses the panel by hand: NAME=VALUE chooses, NAME presses, file=PATH and answer=BUTTON answer",
-     {},
-     1,
-     -1,
-     runPress},
-    {"inspect", "TARGET", "prints all that the reader sees in a database as JSON", {}, 1, 1, runInspect},
+     linkOptions, 1, -1, runPress},
+    {"inspect", "TARGET", "prints all that the reader sees in a database as JSON", linkOptions, 1, 1,
+     runInspect},
     {"report", "NAME --pdf FILE", "writes one report of the work database", reportOptions, 1, 1, runReport},
 };
 
@@ -58,6 +58,9 @@ void printHelp() {
     }
     std::cout << "\n  options of all commands\n";
     printOptions(commonOptions);
+    std::cout << "\n  Mappings of links are kept in Relvane.map in the program folder, one PREFIX=DIR a "
+                 "line; --map of\n"
+                 "  press, and of document with --program-folder, writes them there.\n";
     std::cout << "\n  exit: 0 done, 1 an error was reported, 2 wrong usage\n";
 }
 

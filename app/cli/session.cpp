@@ -10,17 +10,21 @@
 namespace relvane::cli {
 
 Session::Session(const std::filesystem::path& programFolder, ReportOutput reports, bool quiet, bool progress,
-                 std::set<Text>* saidBefore)
+                 std::set<Text>* saidBefore, std::vector<LinkMapping> links)
     : dialogs(quiet, saidBefore),
+      files_(std::move(links)),
       system_(false),
       progress_(progress),
       desk(platform_, {.appPath = textOfNativePath(programFolder.string())}) {
     platform_.dialogs = &dialogs;
     platform_.files = &files_;
     platform_.system = &system_;
-    platform_.openTarget = [](const Text& path) { return jet::openDatabase(path); };
+    const jet::LinkResolver resolveLink = std::bind_front(&Files::resolveLink, &files_);
+    platform_.openTarget = [resolveLink](const Text& path) {
+        return jet::openDatabase(path, {.resolveLink = resolveLink});
+    };
     platform_.openWorkStore = [](const Text& path) { return openWorkStore(path); };
-    platform_.newTargetApplication = [] { return access::newTargetApplication(); };
+    platform_.newTargetApplication = [resolveLink] { return access::newTargetApplication(resolveLink); };
     platform_.newReportApplication = [reports = std::move(reports)] { return newReportApplication(reports); };
     if (progress_) {
         dialogs.beforeWriting = [this] { clearGauge(); };

@@ -17,9 +17,9 @@ namespace relvane::cli {
 class Session {
 public:
     // Works in `programFolder`. Opened reports go to `reports`. With `progress`, the gauge and its message are drawn
-    // on standard error while an analysis runs.
+    // on standard error while an analysis runs. `links` says where linked files lie.
     Session(const std::filesystem::path& programFolder, ReportOutput reports, bool quiet, bool progress,
-            std::set<Text>* saidBefore = nullptr);
+            std::set<Text>* saidBefore = nullptr, std::vector<LinkMapping> links = {});
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 

@@ -2,6 +2,7 @@
 
 #include "platform/native_path.h"
 #include "platform/runtime_error.h"
+#include "system/link_map_file.h"
 
 namespace relvane::cli {
 
@@ -18,6 +19,14 @@ WorkingFolder::WorkingFolder(const Arguments& arguments, Kind kind) {
         throw RunTimeError(static_cast<int>(ErrorNumber::PermissionDenied),
                            u"既にRelvaneは、起動しています。 (" + textOfNativePath(path_.string()) + u")");
     }
+}
+
+std::vector<LinkMapping> WorkingFolder::linkMappings(const std::vector<LinkMapping>& given) const {
+    if (temporary_) {
+        return withKeptMappings(given, whichProgramFolder(std::nullopt));
+    }
+    keepLinkMappings(path_, given);
+    return withKeptMappings(given, path_);
 }
 
 } // namespace relvane::cli

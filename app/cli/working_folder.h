@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "arguments.h"
+#include "link_options.h"
 #include "system/program_folder.h"
 
 namespace relvane::cli {
@@ -19,6 +19,11 @@ public:
     // Throws RunTimeError when the folder cannot be used, or another program works in it.
     WorkingFolder(const Arguments& arguments, Kind kind);
     const std::filesystem::path& path() const { return path_; }
+
+    // The mappings of links that count in this folder: `given` on the command line, then those that the user keeps.
+    // What was given is kept for the next time, unless the folder is a private copy, which has nothing to keep; its
+    // user's own folder is read then.
+    std::vector<LinkMapping> linkMappings(const std::vector<LinkMapping>& given) const;
 
 private:
     std::unique_ptr<TemporaryProgramFolder> temporary_;

@@ -15,6 +15,10 @@ namespace relvane {
 // Where the last separator stands, counted from 0; npos without one.
 std::size_t lastSeparator(TextView path);
 
+// Whether a file's name fits a pattern: "*" stands for any characters, none included, "?" for exactly one; case does
+// not matter. A name without a dot counts as one that ends with a dot, so that "*.*" takes every name.
+bool matchesPattern(TextView name, TextView pattern);
+
 class Files {
 public:
     virtual ~Files() = default;
@@ -23,6 +27,17 @@ public:
     virtual std::int64_t FileLen(const Text& path) = 0;  // bytes; 53, 76
     virtual DateTime FileDateTime(const Text& path) = 0; // last change; 53, 76
     virtual bool isReadOnly(const Text& path) = 0;       // no write permission; 53, 76
+
+    // The names of all files that fit the pattern (a folder, and a pattern in the last part: "/srv/app/*.m*"), in the
+    // order in which the file system has them. Folders are no files, and neither is what leads to no file or to a
+    // device; a name that begins with a dot is hidden. A folder that does not exist has no files, as there is no file
+    // of that name; one that cannot be read is error 70.
+    virtual std::vector<Text> Dir(const Text& pattern) = 0;
+
+    // The file to which a link leads that a database in `folder` keeps. `path` is of the machine on which the link was
+    // made: "C:\data\orders.mdb", "\\server\share\orders.mdb", or relative to `folder`. Errors: 53 there is no such
+    // file, 76 not even its folder.
+    virtual Text resolveLink(const Text& path, const Text& folder) = 0;
 
     virtual Bytes read(const Text& path) = 0;                       // the whole file; 53, 76, 57
     virtual void write(const Text& path, const Bytes& content) = 0; // replaces it; 70, 76, 61, 57

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <memory>
 
@@ -30,16 +31,20 @@ using StoredRow = std::map<Text, Value>;
 
 class RealProgram {
 public:
-    RealProgram() {
+    // `links`: where linked files lie.
+    explicit RealProgram(std::vector<LinkMapping> links = {}) : files(std::move(links)) {
         for (const char* original : {"Relvane.mdb", "Relvane.dat"}) {
             std::filesystem::copy_file(buildFolder() / "share" / "relvane" / original, folder / original);
         }
         platform.dialogs = &dialogs;
         platform.files = &files;
         platform.system = &system;
-        platform.openTarget = [](const Text& path) { return jet::openDatabase(path); };
+        const jet::LinkResolver resolveLink = std::bind_front(&Files::resolveLink, &files);
+        platform.openTarget = [resolveLink](const Text& path) {
+            return jet::openDatabase(path, {.resolveLink = resolveLink});
+        };
         platform.openWorkStore = [](const Text& path) { return openWorkStore(path); };
-        platform.newTargetApplication = [] { return access::newTargetApplication(); };
+        platform.newTargetApplication = [resolveLink] { return access::newTargetApplication(resolveLink); };
         platform.newReportApplication = [this] { return std::make_shared<FakeApplication>(reportApps); };
         desk = std::make_unique<Desk>(
             platform, ProgramOptions{textOfNativePath(std::filesystem::path(folder.path()).string())});

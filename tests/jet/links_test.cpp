@@ -7,6 +7,7 @@
 #include "file_builder.h"
 #include "platform/native_path.h"
 #include "support/samples.h"
+#include "system/linux_files.h"
 
 namespace relvane::jet {
 namespace {
@@ -16,7 +17,12 @@ using namespace samples;
 class Links : public testing::Test {
 protected:
     // A target with one link, opened.
-    dao::TableDef& target(LinkSpec link, OpenOptions options = {}) {
+    dao::TableDef& target(LinkSpec link) {
+        return target(std::move(link), {.resolveLink = [](const Text& path, const Text& folder) {
+                          return LinuxFiles().resolveLink(path, folder);
+                      }});
+    }
+    dao::TableDef& target(LinkSpec link, OpenOptions options) {
         link.name = u"リンク";
         DatabaseSpec spec;
         spec.links.push_back(std::move(link));
@@ -71,17 +77,32 @@ TEST_F(Links, ThePathItselfGoesBeforeTheNeighbour) {
     EXPECT_EQ(table.Fields().Count(), 2);
 }
 
-TEST_F(Links, AResolverTakesThePlaceOfBoth) {
+TEST_F(Links, TheResolverIsAskedForThePathAndTheFolderOfTheTarget) {
     writeBackEnd("elsewhere.mdb");
-    Text asked;
-    const LinkResolver resolver = [&](const Text& path) -> std::optional<std::string> {
+    Text asked, askedIn;
+    const LinkResolver resolver = [&](const Text& path, const Text& folder) {
         asked = path;
-        return (folder_ / "elsewhere.mdb").native();
+        askedIn = folder;
+        return textOfNativePath((folder_ / "elsewhere.mdb").native());
     };
     EXPECT_EQ(target(link(u"D:\\x.mdb"), {.resolveLink = resolver}).Fields().Count(), 2);
     EXPECT_EQ(asked, u"D:\\x.mdb");
-    const LinkResolver none = [](const Text&) { return std::optional<std::string>(); };
-    EXPECT_EQ(errorOf([&] { target(link(u"D:\\x.mdb"), {.resolveLink = none}).Fields(); }), 3044);
+    EXPECT_EQ(askedIn, textOfNativePath(folder_.path().native()));
+}
+
+TEST_F(Links, WhatTheResolverDoesNotFindIs3024AndAMissingFolder3044) {
+    const auto opened = [&](OpenOptions options) {
+        return errorOf([&] { target(link(u"D:\\x.mdb"), std::move(options)).Fields(); });
+    };
+    const auto failing = [](ErrorNumber number) {
+        return OpenOptions{.resolveLink = [number](const Text& path, const Text&) -> Text {
+            throw RunTimeError(number, path);
+        }};
+    };
+    EXPECT_EQ(opened(failing(ErrorNumber::FileNotFound)), 3024);
+    EXPECT_EQ(opened(failing(ErrorNumber::PathNotFound)), 3044);
+    EXPECT_EQ(opened(failing(ErrorNumber::PermissionDenied)), 70);
+    EXPECT_EQ(opened({}), 3044) << "without a resolver no link is found";
 }
 
 TEST_F(Links, AMissingBackEndIs3044Or3024) {
@@ -118,6 +139,17 @@ TEST_F(Links, ABackEndThatIsNoDatabaseIs3343) {
 
 TEST_F(Links, ALinkToALinkIs3011) {
     EXPECT_EQ(errorOf([&] { target(link(u"C:\\target.mdb", u"リンク")).Fields(); }), 3011); // to itself
+}
+
+TEST_F(Links, TwoDatabasesLinkedToEachOtherAre3011) {
+    DatabaseSpec other;
+    other.links.push_back(link(u"C:\\target.mdb", u"リンク"));
+    other.links.back().name = u"在庫";
+    writeDatabase(other, folder_ / "zaiko.mdb");
+    dao::TableDef& table = target(link(u"C:\\zaiko.mdb"));
+    EXPECT_EQ(errorOf([&] { table.Fields(); }), 3011);
+    EXPECT_EQ(errorOf([&] { table.Indexes(); }), 3011);
+    EXPECT_EQ(errorOf([&] { database_->OpenRecordset(u"リンク"); }), 3011);
 }
 
 TEST_F(Links, OtherSourcesNeedADriver) {

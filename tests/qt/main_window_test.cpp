@@ -63,7 +63,9 @@ struct Program {
         platform.dialogs = &person;
         platform.files = &files;
         platform.system = &system;
-        platform.openTarget = [](const Text& path) { return jet::openDatabase(path); };
+        platform.openTarget = [this](const Text& path) {
+            return jet::openDatabase(path, {.resolveLink = std::bind_front(&Files::resolveLink, &files)});
+        };
         platform.openWorkStore = openWorkStore;
         platform.newTargetApplication = [] { return access::newTargetApplication(); };
         platform.newReportApplication = [this] {

@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -66,6 +67,10 @@ public:
     std::map<Text, Bytes> content;
     Text folder = u"C:\\Work";
     bool writable = true;
+    std::map<Text, DateTime> changed; // of the files that say so
+    std::set<Text> readOnly;          // beside `writable`
+    std::map<Text, Text> links;       // where links lead; one that is not here leads to the path itself
+    int unreadableFolder = 0;         // the error of a listing, 0 when folders can be listed
 
     // Text in code page 932.
     void put(const Text& path, TextView text) {
@@ -76,8 +81,36 @@ public:
 
     bool exists(const Text& path) override { return content.contains(path); }
     std::int64_t FileLen(const Text& path) override { return static_cast<std::int64_t>(read(path).size()); }
-    DateTime FileDateTime(const Text&) override { return {}; }
-    bool isReadOnly(const Text&) override { return !writable; }
+    DateTime FileDateTime(const Text& path) override {
+        read(path);
+        const auto found = changed.find(path);
+        return found == changed.end() ? DateTime{} : found->second;
+    }
+    bool isReadOnly(const Text& path) override {
+        read(path);
+        return !writable || readOnly.contains(path);
+    }
+    std::vector<Text> Dir(const Text& pattern) override {
+        if (unreadableFolder != 0) {
+            throw RunTimeError(unreadableFolder, pattern);
+        }
+        std::vector<Text> names;
+        const std::size_t behindFolder = lastSeparator(pattern) + 1;
+        for (const auto& [path, bytes] : content) {
+            const bool isHere =
+                path.starts_with(pattern.substr(0, behindFolder)) && lastSeparator(path) + 1 == behindFolder;
+            if (isHere && matchesPattern(path.substr(behindFolder), pattern.substr(behindFolder))) {
+                names.push_back(path.substr(behindFolder));
+            }
+        }
+        return names;
+    }
+    Text resolveLink(const Text& path, const Text&) override {
+        const auto found = links.find(path);
+        const Text& file = found == links.end() ? path : found->second;
+        read(file);
+        return file;
+    }
     Bytes read(const Text& path) override {
         const auto found = content.find(path);
         if (found == content.end()) {

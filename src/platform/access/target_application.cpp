@@ -31,6 +31,8 @@ bool isOfAccess95(dao::Database& database) {
 // The application is its own DoCmd.
 class TargetApplication : public Application, public DoCmd {
 public:
+    explicit TargetApplication(jet::LinkResolver resolveLink) : resolveLink_(std::move(resolveLink)) {}
+
     void OpenCurrentDatabase(const Text& path, bool) override {
         if (database_) {
             throw RunTimeError(databaseAlreadyOpen, u"データベースは既に開いています。");
@@ -38,7 +40,7 @@ public:
         if (isOfAccess2(path)) {
             throw RunTimeError(ErrorNumber::OlderAccessVersion, path);
         }
-        auto database = jet::openDatabase(path);
+        auto database = jet::openDatabase(path, {.resolveLink = resolveLink_});
         if (isOfAccess95(*database)) {
             throw RunTimeError(ErrorNumber::OlderAccessVersion, path);
         }
@@ -75,13 +77,14 @@ private:
                    : u"Access97より新しいバージョンのファイルのデザインはまだ読み込めません。";
     }
 
+    jet::LinkResolver resolveLink_;
     std::shared_ptr<dao::Database> database_;
 };
 
 } // namespace
 
-std::shared_ptr<Application> newTargetApplication() {
-    return std::make_shared<TargetApplication>();
+std::shared_ptr<Application> newTargetApplication(jet::LinkResolver resolveLink) {
+    return std::make_shared<TargetApplication>(std::move(resolveLink));
 }
 
 } // namespace relvane::access

@@ -3,11 +3,12 @@
 
 #include <memory>
 
+#include "jet/open_database.h"
 #include "platform/access.h"
 
 namespace relvane::access {
 
-// A new instance without a database.
+// A new instance without a database; `resolveLink` finds the files of the linked tables of the one it will open.
 //
 // OpenCurrentDatabase refuses a file that an Access before 97 has written (7866), whatever DAO says to it, and
 // a second database beside an open one (7867); else it opens what openDatabase opens, with the errors of that.
@@ -15,6 +16,6 @@ namespace relvane::access {
 //
 // Designs are not read yet, so DoCmd.OpenReport answers 2103: with the sentence for a report that does not exist,
 // or with one that says that designs cannot be read. That number lies outside the range that ends the program.
-std::shared_ptr<Application> newTargetApplication();
+std::shared_ptr<Application> newTargetApplication(jet::LinkResolver resolveLink = {});
 
 } // namespace relvane::access

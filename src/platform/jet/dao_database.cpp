@@ -18,8 +18,11 @@ constexpr std::array<TextView, 7> versions = {u"3.0", u"4.0", u"12.0", u"14.0", 
 
 } // namespace
 
-Database::Database(std::shared_ptr<JetFile> file, Text name, bool updatable, LinkResolver resolver)
-    : file_(std::move(file)), name_(std::move(name)), updatable_(updatable), resolver_(std::move(resolver)) {
+Database::Database(std::shared_ptr<JetFile> file, Text name, bool updatable, BackEndFinder findBackEnd)
+    : file_(std::move(file)),
+      name_(std::move(name)),
+      updatable_(updatable),
+      findBackEnd_(std::move(findBackEnd)) {
     std::vector<std::shared_ptr<dao::TableDef>> tables;
     std::vector<std::shared_ptr<dao::QueryDef>> queries;
     std::vector<std::shared_ptr<dao::Container>> containers;
@@ -157,7 +160,7 @@ dao::Properties& Database::Properties() {
 }
 
 std::shared_ptr<const JetFile> Database::openBackEnd(const Link& link) {
-    const std::string path = resolveLink(link, resolver_);
+    const std::string path = findBackEnd_(link);
     auto& backEnd = backEnds_[path];
     if (!backEnd) {
         backEnd = openJetFile(path, link.password);

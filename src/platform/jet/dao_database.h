@@ -1,6 +1,7 @@
 // A database file as DAO answers for it: the realisation behind open_database.h.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 
@@ -12,7 +13,10 @@ namespace relvane::jet {
 
 class Database : public dao::Database {
 public:
-    Database(std::shared_ptr<JetFile> file, Text name, bool updatable, LinkResolver resolver);
+    // The file of a link's back end, with the errors of resolveLink.
+    using BackEndFinder = std::function<std::string(const Link&)>;
+
+    Database(std::shared_ptr<JetFile> file, Text name, bool updatable, BackEndFinder findBackEnd);
 
     Text Name() const override { return name_; }
     std::unique_ptr<Recordset> OpenRecordset(TextView tableName) override;
@@ -50,7 +54,7 @@ private:
     std::shared_ptr<JetFile> file_;
     Text name_;
     bool updatable_;
-    LinkResolver resolver_;
+    BackEndFinder findBackEnd_;
     Sources sources_{*this};
     QueryFieldResolver fieldResolver_{sources_};
     std::map<Text, std::shared_ptr<TableDef>, std::less<>> tablesByName_; // by capitals

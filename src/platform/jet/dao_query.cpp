@@ -101,8 +101,11 @@ bool QueryDef::ReturnsRecords() const {
 
 const dao::Collection<dao::Field>& QueryDef::Fields() {
     if (!fields_) {
+        // A query whose fields cannot be found out, since a source of it is not there or it makes no sense, has none.
+        std::vector<QueryField> resolved;
+        skipErrors([&] { resolved = resolver_.fields(entry_.name); });
         std::vector<std::shared_ptr<dao::Field>> fields;
-        for (const QueryField& field : resolver_.fields(entry_.name)) {
+        for (const QueryField& field : resolved) {
             const std::vector<StoredProperty>* properties = nullptr;
             for (const auto& column : stored().ofColumns) {
                 if (properties == nullptr && namesField(column.column, field.name)) {

@@ -1,20 +1,11 @@
 #include "jet/links.h"
 
 #include <algorithm>
-#include <filesystem>
 
-#include "platform/files.h"
 #include "platform/native_path.h"
 
 namespace relvane::jet {
 namespace {
-
-namespace fs = std::filesystem;
-
-bool isFile(const std::string& path) {
-    std::error_code ignored;
-    return !path.empty() && fs::is_regular_file(path, ignored);
-}
 
 // The value of "KEY=value;" in a connect text.
 Text connectValue(TextView connect, TextView key) {
@@ -57,7 +48,7 @@ Link readLink(const Catalogue& catalogue, const CatalogueEntry& entry) {
     return link;
 }
 
-std::string resolveLink(const Link& link, const LinkResolver& resolver) {
+std::string resolveLink(const Link& link, const LinkResolver& resolver, const Text& folder) {
     if (link.isOdbc) {
         // The source's name alone: the connect text may hold a password.
         throw RunTimeError(ErrorNumber::OdbcFailed, connectValue(link.source, u"DSN"));
@@ -65,33 +56,20 @@ std::string resolveLink(const Link& link, const LinkResolver& resolver) {
     if (!link.isJet()) {
         throw RunTimeError(ErrorNumber::IsamMissing, link.path);
     }
-    if (const auto found = resolver(link.path)) {
-        return *found;
+    if (!resolver || link.path.empty()) {
+        throw RunTimeError(ErrorNumber::DatabasePathInvalid, link.path);
     }
-    std::error_code ignored;
-    const fs::path folder = fs::path(nativePath(link.path)).parent_path();
-    const bool folderExists = !link.path.empty() && (folder.empty() || fs::is_directory(folder, ignored));
-    throw RunTimeError(folderExists ? ErrorNumber::DatabaseNotFound : ErrorNumber::DatabasePathInvalid,
-                       link.path);
-}
-
-LinkResolver besideTheTarget(std::string folder) {
-    return [folder = std::move(folder)](const Text& path) -> std::optional<std::string> {
-        if (const std::string itself = nativePath(path); isFile(itself)) {
-            return itself;
+    try {
+        return nativePath(resolver(link.path, folder));
+    } catch (const RunTimeError& error) {
+        if (error.is(ErrorNumber::FileNotFound)) {
+            throw RunTimeError(ErrorNumber::DatabaseNotFound, link.path);
         }
-        const std::size_t separator = lastSeparator(path);
-        const TextView name = TextView(path).substr(separator == TextView::npos ? 0 : separator + 1);
-        std::error_code error;
-        for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-             entry.increment(error)) {
-            if (equalsIgnoringCase(textOfNativePath(entry->path().filename().native()), name) &&
-                isFile(entry->path().native())) {
-                return entry->path().native();
-            }
+        if (error.is(ErrorNumber::PathNotFound)) {
+            throw RunTimeError(ErrorNumber::DatabasePathInvalid, link.path);
         }
-        return std::nullopt;
-    };
+        throw;
+    }
 }
 
 } // namespace relvane::jet

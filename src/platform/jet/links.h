@@ -20,8 +20,8 @@ struct Link {
 
 Link readLink(const Catalogue& catalogue, const CatalogueEntry& entry);
 
-// The file of the back end on this machine. Errors: 3151 for ODBC, 3170 for an ISAM; 3044 when the folder of the
-// path does not exist, 3024 when the file does not.
-std::string resolveLink(const Link& link, const LinkResolver& resolver);
+// The file of the back end on this machine, for a database in `folder`. Errors: 3151 for ODBC, 3170 for an ISAM; 3044
+// when the folder of the path does not exist, 3024 when the file does not.
+std::string resolveLink(const Link& link, const LinkResolver& resolver, const Text& folder);
 
 } // namespace relvane::jet

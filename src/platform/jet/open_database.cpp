@@ -33,17 +33,16 @@ std::shared_ptr<dao::Database> openDatabase(const Text& path, OpenOptions option
     }
     auto jetFile = openJetFile(file.native(), options.password);
     const fs::path folder = file.parent_path();
-    LinkResolver resolver = options.resolveLink ? options.resolveLink : besideTheTarget(folder.native());
-    return std::make_shared<Database>(std::move(jetFile), textOfNativePath(file.native()),
-                                      isWritable(file) && isWritable(folder), std::move(resolver));
+    return std::make_shared<Database>(
+        std::move(jetFile), textOfNativePath(file.native()), isWritable(file) && isWritable(folder),
+        [resolver = std::move(options.resolveLink), folder = textOfNativePath(folder.native())](
+            const Link& link) { return resolveLink(link, resolver, folder); });
 }
 
 std::shared_ptr<dao::Database> openDatabase(std::unique_ptr<ByteSource> source, const Text& name,
                                             OpenOptions options) {
-    LinkResolver resolver =
-        options.resolveLink ? options.resolveLink : [](const Text&) { return std::optional<std::string>(); };
     return std::make_shared<Database>(std::make_shared<JetFile>(std::move(source), options.password), name,
-                                      false, std::move(resolver));
+                                      false, [](const Link& link) { return resolveLink(link, {}, {}); });
 }
 
 std::shared_ptr<const JetFile> fileOf(const dao::Database& database) {

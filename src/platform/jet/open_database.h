@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "jet/byte_source.h"
@@ -14,16 +13,13 @@ namespace relvane::jet {
 
 class JetFile;
 
-// Finds the file of a linked table on this machine: from the path as the link has it ("C:\data\orders.mdb") to the
-// system's own path of an existing file; nothing when there is none.
-using LinkResolver = std::function<std::optional<std::string>(const Text& path)>;
-
-// The path itself, or else the file of that name (without regard to case) in `folder`.
-LinkResolver besideTheTarget(std::string folder);
+// Finds the file of a linked table on this machine, from the path as the link has it ("C:\data\orders.mdb") and the
+// folder of the database that has the link: Files::resolveLink, with its errors 53 and 76.
+using LinkResolver = std::function<Text(const Text& path, const Text& folder)>;
 
 struct OpenOptions {
     Text password{};
-    LinkResolver resolveLink{}; // without one: besideTheTarget(folder of the file)
+    LinkResolver resolveLink{}; // without one no link is found
 };
 
 // Errors: 3044 the path is malformed or its folder does not exist, 3024 no such file, 3051 it cannot be read,
@@ -31,7 +27,7 @@ struct OpenOptions {
 // 3049 the catalogue is damaged. Damage elsewhere shows when the object concerned is read.
 std::shared_ptr<dao::Database> openDatabase(const Text& path, OpenOptions options = {});
 
-// The same on bytes that do not lie in a file; `name` is what Name answers. Links do not resolve.
+// The same on bytes that do not lie in a file; `name` is what Name answers. No link is found.
 std::shared_ptr<dao::Database> openDatabase(std::unique_ptr<ByteSource> source, const Text& name,
                                             OpenOptions options = {});
 

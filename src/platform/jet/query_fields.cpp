@@ -85,9 +85,8 @@ std::vector<Text> fixedHeadings(TextView heading) {
 
 } // namespace
 
-// A table or query with its fields, or nothing but the knowledge that there is no such thing.
+// A table or query with its fields.
 struct QueryFieldResolver::Source {
-    bool exists = false;
     int height = 0; // levels of queries below and with it, 0 for a table
     std::vector<QueryField> fields;
     std::unordered_map<Text, std::size_t> places; // by nameKey
@@ -197,7 +196,6 @@ private:
         const Selection selection = selectionOfText(statement);
         Scope scope(resolver_, selection);
         Source source;
-        source.exists = true;
         source.fields = scope.outputs();
         source.height = scope.height() + 1;
         source.indexNames();
@@ -298,11 +296,7 @@ QueryFieldResolver::QueryFieldResolver(QuerySources& sources) : sources_(sources
 QueryFieldResolver::~QueryFieldResolver() = default;
 
 const std::vector<QueryField>& QueryFieldResolver::fields(TextView queryName) {
-    const SourcePointer found = source(Text(queryName));
-    if (!found->exists) {
-        throw RunTimeError(ErrorNumber::ItemNotInCollection, queryName);
-    }
-    return found->fields; // kept alive by known_
+    return source(Text(queryName))->fields; // kept alive by known_
 }
 
 QueryFieldResolver::SourcePointer QueryFieldResolver::source(const Text& name) {
@@ -332,16 +326,13 @@ QueryFieldResolver::SourcePointer QueryFieldResolver::source(const Text& name) {
 }
 
 QueryFieldResolver::SourcePointer QueryFieldResolver::tableSource(const Text& name) {
-    Source source;
-    try {
-        if (auto fields = sources_.fieldsOfTable(name)) {
-            source.exists = true;
-            source.fields = std::move(*fields);
-            source.indexNames();
-        }
-    } catch (const RunTimeError&) {
-        source = Source(); // its fields cannot be traced
+    auto fields = sources_.fieldsOfTable(name);
+    if (!fields) {
+        throw RunTimeError(ErrorNumber::TableNotFound, name);
     }
+    Source source;
+    source.fields = std::move(*fields);
+    source.indexNames();
     return std::make_shared<const Source>(std::move(source));
 }
 
@@ -350,7 +341,6 @@ QueryFieldResolver::SourcePointer QueryFieldResolver::querySource(const SavedQue
     const QueryParts parts(query.rows);
     const QueryKind kind = parts.kind(query.catalogueFlags);
     Source source;
-    source.exists = true;
     source.height = 1;
     if (kind == QueryKind::Select || kind == QueryKind::Crosstab) {
         const Selection selection = selectionOfRows(parts);

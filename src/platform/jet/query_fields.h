@@ -42,8 +42,8 @@ class QuerySources {
 public:
     virtual ~QuerySources() = default;
 
-    // The fields of a table or link in DAO's order; nothing when there is no such table. A run-time error is
-    // taken like a missing table: a query on a broken link still has its names.
+    // The fields of a table or link in DAO's order; nothing when there is no such table. Errors: what a broken link
+    // raises.
     virtual std::optional<std::vector<QueryField>> fieldsOfTable(TextView name) = 0;
 
     // Nothing when there is no such query.
@@ -58,8 +58,9 @@ public:
 
     // The fields of a saved query: those of a selection, a crosstab (without the columns that depend on the
     // data) or a union (as its first half has them); action queries, data definition and pass-through have
-    // none. Errors: 3265 no such query, 3102 a query that draws on itself, 3190 more than 255 fields,
-    // 3049 rows that make no sense or queries nested more than 16 deep.
+    // none. A name that no source knows, and what lies in another file, has the size untraceableSize. Errors: 3078 no
+    // such query, or a source that is not there; those of a broken link; 3102 a query that draws on itself, 3190 more
+    // than 255 fields, 3049 rows that make no sense or queries nested more than 16 deep.
     const std::vector<QueryField>& fields(TextView queryName);
 
 private:

@@ -92,6 +92,30 @@ bool LinuxFiles::isReadOnly(const Text& path) {
     return (statusOf(path).st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
 }
 
+std::vector<Text> LinuxFiles::Dir(const Text& pattern) {
+    const std::size_t behindFolder = lastSeparator(pattern) + 1; // npos + 1 is 0
+    const Text folder = behindFolder == 0 ? Text(u".") : pattern.substr(0, behindFolder);
+    const TextView namePattern = TextView(pattern).substr(behindFolder);
+    std::vector<Text> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(nativePath(folder), error), end; !error && entry != end;
+         entry.increment(error)) {
+        const Text name = textOfNativePath(entry->path().filename().native());
+        std::error_code ignored; // what leads nowhere is no file
+        if (!name.starts_with(u'.') && matchesPattern(name, namePattern) && entry->is_regular_file(ignored)) {
+            names.push_back(name);
+        }
+    }
+    if (error && error != std::errc::no_such_file_or_directory && error != std::errc::not_a_directory) {
+        failOfSystem(error.value(), folder);
+    }
+    return names;
+}
+
+Text LinuxFiles::resolveLink(const Text& path, const Text& folder) {
+    return resolveLinkPath(path, folder, links_);
+}
+
 Bytes LinuxFiles::read(const Text& path) {
     const Descriptor file(::open(nativePath(path).c_str(), O_RDONLY | O_CLOEXEC));
     if (file.get() < 0) {

@@ -111,13 +111,19 @@ fs::path installedOriginals() {
     return folder;
 }
 
-fs::path openProgramFolder(const std::optional<fs::path>& wanted) {
-    const fs::path own = executableFolder();
-    if (!wanted && fs::exists(own / workDatabase)) {
-        return own;
+fs::path whichProgramFolder(const std::optional<fs::path>& wanted) {
+    if (wanted) {
+        return fs::absolute(*wanted);
     }
-    const fs::path folder = wanted ? fs::absolute(*wanted) : userDataFolder();
-    fill(folder);
+    const fs::path own = executableFolder();
+    return fs::exists(own / workDatabase) ? own : userDataFolder();
+}
+
+fs::path openProgramFolder(const std::optional<fs::path>& wanted) {
+    const fs::path folder = whichProgramFolder(wanted);
+    if (wanted || folder != executableFolder()) { // beside the executable nothing is missing
+        fill(folder);
+    }
     return folder;
 }
 

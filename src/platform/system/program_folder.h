@@ -11,9 +11,12 @@ namespace relvane {
 std::filesystem::path installedOriginals();
 
 // The folder to work in: `wanted` when given; else the folder of the executable when the work database lies there;
-// else the user's own data folder ($XDG_DATA_HOME/relvane, ~/.local/share/relvane). Originals that are missing in
-// the folder are copied into it, so that it is complete on the first use; the work database and the manual are
-// copied anew when another version of the program left theirs. Throws RunTimeError 70, 76.
+// else the user's own data folder ($XDG_DATA_HOME/relvane, ~/.local/share/relvane). It need not exist yet.
+std::filesystem::path whichProgramFolder(const std::optional<std::filesystem::path>& wanted);
+
+// The same folder, made ready: originals that are missing in it are copied into it, so that it is complete on the
+// first use; the work database and the manual are copied anew when another version of the program left theirs.
+// Throws RunTimeError 70, 76.
 std::filesystem::path openProgramFolder(const std::optional<std::filesystem::path>& wanted);
 
 // A private program folder for one command, filled from the originals and removed with the object, so that many
