@@ -167,7 +167,7 @@ public:
     virtual bool ReturnsRecords() const = 0;
     virtual bool Updatable() const = 0;
     virtual std::int32_t RecordsAffected() const = 0;
-    virtual const Collection<Field>& Fields() = 0;
+    virtual const Collection<Field>& Fields() = 0; // none when they cannot be found out: a source is not there ...
     virtual dao::Properties& Properties() = 0;
 };
 

@@ -120,6 +120,64 @@ TEST(AmbiguousOuterJoins, HaveASourceThatTwoJoinsMayLeaveOut) {
 
 TEST(AmbiguousOuterJoins, CountTheConditionsOfOneJoinOnce) {
     EXPECT_FALSE(ambiguous(QueryBuilder().join(u"A", u"B", u"c", 2).join(u"A", u"B", u"d", 2)));
+    EXPECT_FALSE(ambiguous(QueryBuilder().join(u"A", u"B", u"c", 2).join(u"B", u"A", u"d", 3)))
+        << "the same arrow, written from its other end";
+}
+
+// The arrows of a design as Access draws them: "A>B" an arrow from A to B (B may be missing), "A-B" an inner join.
+QueryBuilder drawn(TextView arrows) {
+    QueryBuilder query;
+    for (std::size_t at = 0; at + 2 < arrows.size(); at += 4) {
+        query.join(arrows.substr(at, 1), arrows.substr(at + 2, 1), u"c", arrows[at + 1] == u'>' ? 2 : 1);
+    }
+    return query;
+}
+
+TEST(AmbiguousOuterJoins, AreNotChainsOfArrowsThatPointAway) {
+    for (const TextView design :
+         {u"A>B", u"A>B B>C", u"A>B B>C C>D", u"A>B A>C", u"A>B A>C A>D C>E", u"B>A B>C"}) {
+        EXPECT_FALSE(ambiguous(drawn(design))) << toUtf8(design);
+    }
+}
+
+TEST(AmbiguousOuterJoins, AreNotArrowsThatLeaveInnerJoins) {
+    for (const TextView design : {u"A-B", u"A-B B-C", u"A-B B>C", u"A-B A>C B>D", u"A-B B-C C>D D>E"}) {
+        EXPECT_FALSE(ambiguous(drawn(design))) << toUtf8(design);
+    }
+}
+
+TEST(AmbiguousOuterJoins, AreArrowsIntoInnerJoinsWhereverTheyStand) {
+    for (const TextView design :
+         {u"A>B B-C", u"A>B C-B", u"A>B B>C C-D", u"A-B C>B", u"A>B A-C B-C", u"X-Y A>B B-C", u"A>B A-B"}) {
+        EXPECT_TRUE(ambiguous(drawn(design))) << toUtf8(design);
+    }
+}
+
+TEST(AmbiguousOuterJoins, AreTwoArrowsIntoOneSource) {
+    for (const TextView design : {u"A>C B>C", u"A>B B>C D>C", u"A>C A>B B>C", u"A-B A>C B>C"}) {
+        EXPECT_TRUE(ambiguous(drawn(design))) << toUtf8(design);
+    }
+}
+
+TEST(AmbiguousOuterJoins, DoNotDependOnTheOrderOfTheJoins) {
+    for (const auto& [one, other] : {std::pair<TextView, TextView>(u"A>B B-C", u"B-C A>B"),
+                                     std::pair<TextView, TextView>(u"A>C B>C", u"B>C A>C"),
+                                     std::pair<TextView, TextView>(u"A-B B>C", u"B>C A-B"),
+                                     std::pair<TextView, TextView>(u"A>B B>C C-D", u"C-D B>C A>B")}) {
+        EXPECT_EQ(ambiguous(drawn(one)), ambiguous(drawn(other))) << toUtf8(one);
+    }
+}
+
+TEST(AmbiguousOuterJoins, DoNotComeFromSourcesWithoutJoins) {
+    EXPECT_FALSE(ambiguous(QueryBuilder().source(u"X").source(u"A").source(u"B").join(u"A", u"B", u"c", 2)));
+    EXPECT_FALSE(ambiguous(drawn(u"A>B C>D"))) << "two parts, each with its arrow, multiplied";
+    EXPECT_FALSE(ambiguous(drawn(u"A>B C-D")));
+    EXPECT_TRUE(ambiguous(drawn(u"A>B C>D D-E"))) << "one part is enough";
+}
+
+TEST(AmbiguousOuterJoins, AreFoundInActionQueriesToo) {
+    EXPECT_TRUE(hasAmbiguousOuterJoins(
+        QueryBuilder().kind(QueryKind::Update).join(u"A", u"B", u"c", 2).join(u"B", u"C", u"c").rows()));
 }
 
 TEST(AmbiguousOuterJoins, ComparesAliasesAndNotTables) {

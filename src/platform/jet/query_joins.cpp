@@ -4,7 +4,7 @@
 #include <map>
 #include <memory>
 #include <set>
-#include <tuple>
+#include <utility>
 
 #include "jet/query_names.h"
 
@@ -158,18 +158,19 @@ std::vector<Text> ambiguousSources(const QueryParts& parts) {
         int inner = 0, optional = 0;
     };
     std::map<Text, Uses> uses;
-    std::set<std::tuple<Text, Text, int>> counted;
-    std::vector<Text> optional; // in the order of the rows
+    std::set<std::pair<Text, Text>> counted; // outer joins: what is kept, what may be missing
+    std::vector<Text> optional;              // in the order of the rows
     for (const QueryRow* row : parts.of(QueryPart::Join)) {
-        const Text first = nameKey(textOf(row->name1)), second = nameKey(textOf(row->name2));
-        if (!counted.emplace(first, second, flagOf(*row)).second) {
-            continue; // a second condition of the same join
-        }
+        Text kept = nameKey(textOf(row->name1)), missing = nameKey(textOf(row->name2));
         if (flagOf(*row) == Inner) {
-            ++uses[first].inner;
-            ++uses[second].inner;
-        } else {
-            const Text& missing = flagOf(*row) == Left ? second : first;
+            ++uses[kept].inner;
+            ++uses[missing].inner;
+            continue;
+        }
+        if (flagOf(*row) == Right) {
+            std::swap(kept, missing);
+        }
+        if (counted.emplace(kept, missing).second) { // else a second condition of the same join
             ++uses[missing].optional;
             optional.push_back(missing);
         }
