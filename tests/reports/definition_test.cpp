@@ -56,7 +56,18 @@ TEST(Definition, SaysWhereItIsWrong) {
     EXPECT_THAT(complaintOf(R"({ "source": "V", "tables": [ { "columns": [ { "text": "[a" } ] } ] })"),
                 HasSubstr("R_Test.tables[0].columns[0].text: a bracket is not closed"));
     EXPECT_THAT(complaintOf(R"({ "source": "V", "tables": [ { "columns": [ { "text": "[a|b]" } ] } ] })"),
-                HasSubstr("\"b\" is no format and no table of words"));
+                HasSubstr("\"b\" is no table of words"));
+    EXPECT_THAT(complaintOf(R"({ "source": "V", "tables": [ { "columns": [ { "text": "[a:b]" } ] } ] })"),
+                HasSubstr("\"b\" is no format"));
+    EXPECT_THAT(
+        complaintOf(
+            R"({ "source": "V", "counters": { "n": {} }, "foot": [ { "counter": "n", "format": "b" } ], )" +
+            rest),
+        HasSubstr("R_Test.foot[0].format: \"b\" is no format"));
+    EXPECT_THAT(
+        complaintOf(
+            R"({ "source": "V", "tables": [ { "when": ["a", 3], "columns": [ { "text": "[a]" } ] } ] })"),
+        HasSubstr("R_Test.tables[0].when: a field, or a field with its value"));
     EXPECT_THAT(complaintOf(R"({ "source": "V", "tables": [ { "columns": [ { "text": "[#n]" } ] } ] })"),
                 HasSubstr("there is no counter \"n\""));
     EXPECT_THAT(complaintOf(R"({ "source": "V", "groups": [ { "name": "g" } ], )" + rest),

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "analysis_samples.h"
 #include "report_samples.h"
 #include "reports/row_text.h"
 #include "reports/vertical_text.h"
@@ -59,10 +60,55 @@ TEST(Wrapping, KeepsJapaneseRules) {
     EXPECT_THAT(wrapped("abcdefghijklmno", 5.2, Wrap::Words, fixed), ElementsAre("abcdefghij", "klmno"));
 }
 
-TEST(Wrapping, BreaksSourceAndPathsAtCharacters) {
+TEST(Wrapping, BreaksPathsAtCharacters) {
     EXPECT_THAT(wrapped("C:\\a b\\c def", 3.1, Wrap::Characters, {style::Face::Fixed, 9}),
                 ElementsAre("C:\\a b", "\\c def"));
-    EXPECT_THAT(wrapped("  x = abcdef", 5, Wrap::Source, style::source), ElementsAre("  x = abcd", "ef"));
+}
+
+// Widths in ems: two half-width characters each.
+std::vector<std::string> wrappedSource(const std::string& source, double ems) {
+    return wrapped(source, ems, Wrap::Source, style::source);
+}
+
+TEST(SourceWrapping, BreaksBehindABlankOrAComma) {
+    EXPECT_THAT(wrappedSource("SELECT 受注.受注コード, 受注.受注日", 14),
+                ElementsAre("SELECT 受注.受注コード, ", "受注.受注日"));
+    EXPECT_THAT(wrappedSource("f(aaaaaaaa,bbbbbbbb,c)", 9), ElementsAre("f(aaaaaaaa,", "bbbbbbbb,c)"));
+    // The blank at the end may hang over the edge.
+    EXPECT_THAT(wrappedSource("aaaa bbbb cccc", 4.5), ElementsAre("aaaa bbbb ", "cccc"));
+}
+
+TEST(SourceWrapping, PartsNoNameAndNoLiteralWhenABetterPlaceIsNear) {
+    EXPECT_THAT(wrappedSource("WHERE a=1 AND [得意先 コード]=2", 12),
+                ElementsAre("WHERE a=1 AND ", "[得意先 コード]=2"));
+    EXPECT_THAT(wrappedSource("WHERE a=1 AND b=\"x y z\"", 11), ElementsAre("WHERE a=1 AND ", "b=\"x y z\""));
+    EXPECT_THAT(wrappedSource("WHERE LongExpression+AnotherExpression", 14),
+                ElementsAre("WHERE LongExpression+", "AnotherExpression"));
+}
+
+TEST(SourceWrapping, BreaksALongLiteralBetweenItsWordsAndAWordAnywhere) {
+    EXPECT_THAT(wrappedSource("x=\"the quick brown fox jumps\"", 10),
+                ElementsAre("x=\"the quick brown ", "fox jumps\""));
+    EXPECT_THAT(wrappedSource("a bcdefghijklmnopqrst", 5), ElementsAre("a bcdefghi", "jklmnopq", "rst"));
+    // A Japanese literal keeps the rules of prose.
+    EXPECT_THAT(wrappedSource("\"あいうえおかきく。けこ\"", 8.5),
+                ElementsAre("\"あいうえおかき", "く。けこ\""));
+}
+
+TEST(SourceWrapping, TakesNoPlaceThatLeavesTheLineEmpty) {
+    EXPECT_THAT(wrappedSource("    ab cdefghijklmnopqrstuvwxyz", 10),
+                ElementsAre("    ab cdefghijklmno", "pqrstuvwxyz"));
+}
+
+TEST(SourceWrapping, LosesNoCharacter) {
+    const std::string source = toUtf8(endlessSql(5000));
+    for (double ems = 8; ems < 60; ems += 3.5) {
+        std::string whole;
+        for (const std::string& line : wrappedSource(source.substr(source.find("WHERE")), ems)) {
+            whole += line;
+        }
+        EXPECT_EQ(squeezed(whole), squeezed(source.substr(source.find("WHERE")))) << ems;
+    }
 }
 
 TEST(Wrapping, KeepsTheLinesOfTheText) {

@@ -167,29 +167,65 @@ void Bands::addPair(Block& target, const std::vector<const Attribute*>& pair,
     target.append(std::move(lines));
 }
 
+// The label over the whole width, the text below it.
+void Bands::addTextBlock(Block& target, const Attribute& attribute, const QString& text) {
+    const double inset = 2 * cellPadX;
+    Block label =
+        block({cell(style::note, toQString(attribute.label), cellPadX, width_ - 2 * cellPadX, Wrap::Words)},
+              cellPadY, cellPadY);
+    for (Strip& strip : label.strips) {
+        strip.items.insert(strip.items.begin(), fillItem(0, 0, width_, strip.height, style::labelGround));
+    }
+    Strip& under = label.strips.back();
+    under.items.push_back(ruleItem(0, under.height, width_, under.height, style::thin));
+
+    Block lines = block({cell(style::table, text, inset, width_ - 2 * inset, attribute.wrap)}, 1.5 * cellPadY,
+                        1.5 * cellPadY);
+    Strip& last = lines.strips.back();
+    last.items.push_back(ruleItem(0, last.height, width_, last.height, style::thin));
+    label.append(std::move(lines));
+    for (Strip& strip : label.strips) {
+        for (const double edge : {0.0, width_}) {
+            strip.items.push_back(ruleItem(edge, 0, edge, strip.height, style::thin));
+        }
+    }
+    target.append(std::move(label));
+}
+
 Block Bands::attributes(const AttributeBlock& attributes, const Row& row) {
     Block result;
     std::vector<const Attribute*> pair;
     std::vector<QString> texts;
+    std::size_t kept = 0; // strips up to the first long text and its first lines
     const double labelWidth = std::min(attributes.labelWidth * style::mm, width_ / 4);
     const auto flush = [&] {
-        if (!pair.empty()) {
-            addPair(result, pair, texts, labelWidth);
-            pair.clear();
-            texts.clear();
+        if (pair.empty()) {
+            return;
         }
+        const std::size_t before = result.strips.size();
+        if (pair.front()->block) {
+            addTextBlock(result, *pair.front(), texts.front());
+        } else {
+            addPair(result, pair, texts, labelWidth);
+        }
+        if (kept == before) {
+            kept = std::min(result.strips.size(), before + style::keptLines);
+        }
+        pair.clear();
+        texts.clear();
     };
     for (const Attribute& attribute : attributes.attributes) {
         QString text = textOf(attribute.text, row, definition_);
         if (attribute.omitEmpty && text.isEmpty()) {
             continue;
         }
-        if (attribute.wide) {
+        const bool whole = attribute.wide || attribute.block;
+        if (whole) {
             flush();
         }
         pair.push_back(&attribute);
         texts.push_back(std::move(text));
-        if (attribute.wide || pair.size() == 2) {
+        if (whole || pair.size() == 2) {
             flush();
         }
     }
@@ -198,7 +234,8 @@ Block Bands::attributes(const AttributeBlock& attributes, const Row& row) {
     if (!result.empty()) {
         Strip& top = result.strips.front();
         top.items.push_back(ruleItem(0, 0, width_, 0, style::thin));
-        result.kept = result.strips.size() <= uncutBlock ? static_cast<int>(result.strips.size()) : 2;
+        const std::size_t all = result.strips.size();
+        result.kept = static_cast<int>(all <= uncutBlock ? all : std::min(kept, uncutBlock));
     }
     return result;
 }
@@ -241,7 +278,7 @@ Block Bands::heading(std::size_t table) {
     return result;
 }
 
-Block Bands::row(std::size_t table, const Row& row, const Totals& totals) {
+Block Bands::row(std::size_t table, const Row& row, const Totals& totals, const Row* continuation) {
     const Table& definition = definition_.tables[table];
     const std::vector<double>& edges = edges_[table];
     const bool open = definition.rules == Rules::None;
@@ -264,7 +301,12 @@ Block Bands::row(std::size_t table, const Row& row, const Totals& totals) {
     result.kept = result.strips.size() <= style::keptLines ? static_cast<int>(result.strips.size()) : 2;
     if (!open && !result.empty()) {
         Strip& last = result.strips.back();
-        last.items.push_back(ruleItem(0, last.height, edges.back(), last.height, style::thin));
+        for (std::size_t i = 0; i < definition.columns.size(); ++i) {
+            if (continuation == nullptr ||
+                !textOf(definition.columns[i].text, *continuation, definition_, &totals).isEmpty()) {
+                last.items.push_back(ruleItem(edges[i], last.height, edges[i + 1], last.height, style::thin));
+            }
+        }
     }
     return result;
 }
@@ -286,7 +328,7 @@ Block Bands::counts(const std::vector<Count>& counts, const Totals& totals, bool
         if (!text.isEmpty()) {
             text += QChar(u'、');
         }
-        const QString number = formatted(Value(total), Format::Count);
+        const QString number = formatted(Value(total), count.format);
         text += toQString(count.label) + u' ' + number + u' ' + toQString(count.unit);
     }
     if (text.isEmpty()) {

@@ -19,7 +19,8 @@ public:
     Block bar(const Group& group, const Row& row, bool continued);
     Block attributes(const AttributeBlock& block, const Row& row);
     Block heading(std::size_t table);
-    Block row(std::size_t table, const Row& row, const Totals& totals);
+    // `continuation` is the next row when it belongs to this one: the rule between them stands only over its texts.
+    Block row(std::size_t table, const Row& row, const Totals& totals, const Row* continuation);
     Block note(const QString& text);
     // Nothing when all counts are left out.
     Block counts(const std::vector<Count>& counts, const Totals& totals, bool ofReport);
@@ -39,6 +40,7 @@ private:
     Cell cell(const style::TextStyle& style, const QString& text, double x, double width, Wrap wrap,
               Align align = Align::Left);
     Block block(const std::vector<Cell>& cells, double padTop, double padBottom);
+    void addTextBlock(Block& target, const Attribute& attribute, const QString& text);
     void addPair(Block& target, const std::vector<const Attribute*>& pair, const std::vector<QString>& texts,
                  double labelWidth);
 

@@ -9,7 +9,8 @@ namespace relvane::reports {
 
 namespace {
 constexpr double tolerance = 0.5;
-}
+constexpr std::int64_t rowsKept = 3; // that belong to a row and stay on its page
+} // namespace
 
 Composer::Composer(const ReportDefinition& definition, Bands& bands, Rows& rows,
                    std::vector<std::optional<Row>> heads, const Body& body)
@@ -43,12 +44,20 @@ std::size_t Composer::firstChange(const Row& left, const Row& right) const {
 
 int Composer::tableFor(const Row& row) const {
     for (std::size_t i = 0; i < definition_.tables.size(); ++i) {
-        const auto& when = definition_.tables[i].when;
-        if (!when || holds(*when, row)) {
+        if (holds(definition_.tables[i].when, row)) {
             return static_cast<int>(i);
         }
     }
     return -1;
+}
+
+// The row of that number when it belongs to the row before it, which the same table prints.
+const Row* Composer::continuation(const Row& row, std::int64_t number) const {
+    const auto& continues = definition_.tables[static_cast<std::size_t>(table_)].continues;
+    const Row* next = continues ? rows_.at(number) : nullptr;
+    const bool belongs = next != nullptr && firstChange(row, *next) == definition_.groups.size() &&
+                         tableFor(*next) == table_ && holds(*continues, *next);
+    return belongs ? next : nullptr;
 }
 
 void Composer::prepare() {
@@ -121,7 +130,7 @@ void Composer::addRow(const Row& row) {
     }
     for (std::size_t i = 0; i < definition_.counters.size(); ++i) {
         const Counter& counter = definition_.counters[i];
-        if (counter.groupsOf >= 0 || (counter.when && !holds(*counter.when, row))) {
+        if (counter.groupsOf >= 0 || !holds(counter.when, row)) {
             continue;
         }
         double amount = 1;
@@ -136,7 +145,9 @@ void Composer::addRow(const Row& row) {
             scope[i] += amount;
         }
     }
-    steps_.push_back({Kind::Row, 0, bands_.row(static_cast<std::size_t>(table_), row, after_.back())});
+    steps_.push_back({Kind::Row, 0,
+                      bands_.row(static_cast<std::size_t>(table_), row, after_.back(),
+                                 continuation(row, position_.row + 1))});
 }
 
 // ---- How much room a step asks for
@@ -151,15 +162,33 @@ double keptHeight(const Block& block, std::size_t from) {
 
 } // namespace
 
-double Composer::closingHeight() const {
-    const Row* current = rows_.at(position_.row);
-    const Row* next = rows_.at(position_.row + 1);
+// The counts behind that row, when it is the last of a group.
+double Composer::closingHeight(std::int64_t row) const {
+    const Row* current = rows_.at(row);
+    const Row* next = rows_.at(row + 1);
     const std::size_t change = next == nullptr ? 0 : firstChange(*current, *next);
     double sum = 0;
     for (std::size_t level = change; level < definition_.groups.size(); ++level) {
         sum += definition_.groups[level].foot.empty() ? 0 : countHeight_;
     }
     return next == nullptr && !definition_.foot.empty() ? sum + 1.5 * countHeight_ : sum;
+}
+
+// What follows the row at once: the next rows that belong to it, and the counts when the last of them ends a group.
+double Composer::followingHeight() const {
+    double sum = 0;
+    std::int64_t last = position_.row;
+    const Row* row = rows_.at(last);
+    while (last < position_.row + rowsKept) {
+        const Row* next = continuation(*row, last + 1);
+        if (next == nullptr) {
+            break;
+        }
+        sum += bands_.row(static_cast<std::size_t>(table_), *next, after_.back(), nullptr).height();
+        row = next;
+        ++last;
+    }
+    return sum + closingHeight(last);
 }
 
 double Composer::required(std::size_t index, bool tableOpen) const {
@@ -179,8 +208,7 @@ double Composer::required(std::size_t index, bool tableOpen) const {
         const bool heading = definition_.tables[static_cast<std::size_t>(table_)].heading &&
                              !(tableOpen && openTable_ == table_);
         const double sum = kept + (heading ? bands_.heading(static_cast<std::size_t>(table_)).height() : 0);
-        // The last row of a group takes the group's counts along.
-        return whole && from == 0 ? sum + closingHeight() : sum;
+        return whole && from == 0 ? sum + followingHeight() : sum;
     }
     default:
         return kept;

@@ -60,7 +60,9 @@ private:
     void closeTable();
     double gapBefore(const Step& step) const;
     double required(std::size_t step, bool tableOpen) const;
-    double closingHeight() const;
+    const Row* continuation(const Row& row, std::int64_t number) const;
+    double closingHeight(std::int64_t row) const;
+    double followingHeight() const;
     void remember(const Step& step);
 
     const ReportDefinition& definition_;

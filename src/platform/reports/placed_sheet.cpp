@@ -108,7 +108,7 @@ void addUpright(Page& page, Fonts& fonts, const Placed& placed, const Box& box, 
 void addPlaced(Page& page, const ReportDefinition& definition, Fonts& fonts, const Row& row) {
     int cell = 1;
     for (const Placed& placed : definition.placed) {
-        if (placed.when && !holds(*placed.when, row)) {
+        if (!holds(placed.when, row)) {
             continue;
         }
         const Box box{placed.x * style::mm, placed.y * style::mm, placed.width * style::mm,

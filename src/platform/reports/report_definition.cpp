@@ -11,7 +11,7 @@
 namespace relvane::reports {
 namespace {
 
-constexpr std::array<std::pair<TextView, Format>, 9> formats{{
+constexpr std::array<std::pair<TextView, Format>, 8> formats{{
     {u"plain", Format::Plain},
     {u"count", Format::Count},
     {u"size", Format::Size},
@@ -20,7 +20,6 @@ constexpr std::array<std::pair<TextView, Format>, 9> formats{{
     {u"longdate", Format::LongDate},
     {u"mark", Format::Mark},
     {u"yesno", Format::YesNo},
-    {u"", Format::Automatic},
 }};
 
 template <class Entries, class NameOf>
@@ -31,6 +30,14 @@ int indexOf(const Entries& entries, TextView name, NameOf nameOf) {
         }
     }
     return -1;
+}
+
+Format formatNamed(TextView name, const QString& where) {
+    const int known = indexOf(formats, name, [](const auto& entry) { return entry.first; });
+    if (known < 0) {
+        complain(where, QStringLiteral("\"%1\" is no format").arg(toQString(name)));
+    }
+    return formats[static_cast<std::size_t>(known)].second;
 }
 
 // Reads one definition from the outside in. Field names are collected as templates mention them.
@@ -61,6 +68,7 @@ private:
     Template textTemplate(Node& node, const QString& key, FieldNames& fields);
     Piece piece(TextView inside, const QString& where, FieldNames& fields);
     Condition condition(const QJsonValue& value, const QString& where);
+    Conditions conditions(Node& node, const QString& key);
 
     void parseWords();
     void parseCounterNames();
@@ -86,20 +94,15 @@ Piece Parser::piece(TextView inside, const QString& where, FieldNames& fields) {
         return piece;
     }
     piece.kind = Piece::Kind::Field;
-    const std::size_t mark = inside.find_first_of(u"|:");
-    if (mark != TextView::npos) {
-        const TextView how = inside.substr(mark + 1);
-        if (inside[mark] == u'|') {
-            piece.words =
-                indexOf(report_.words, how, [](const Words& entry) { return TextView(entry.name); });
-        } else {
-            const int known = indexOf(formats, how, [](const auto& entry) { return entry.first; });
-            if (known >= 0) {
-                piece.format = formats[static_cast<std::size_t>(known)].second;
-            }
-        }
-        if (piece.words < 0 && piece.format == Format::Automatic) {
-            complain(where, QStringLiteral("\"%1\" is no format and no table of words").arg(toQString(how)));
+    if (const std::size_t mark = inside.find(u':'); mark != TextView::npos) {
+        piece.format = formatNamed(inside.substr(mark + 1), where);
+        inside = inside.substr(0, mark);
+    }
+    if (const std::size_t mark = inside.find(u'|'); mark != TextView::npos) {
+        const TextView name = inside.substr(mark + 1);
+        piece.words = indexOf(report_.words, name, [](const Words& entry) { return TextView(entry.name); });
+        if (piece.words < 0) {
+            complain(where, QStringLiteral("\"%1\" is no table of words").arg(toQString(name)));
         }
         inside = inside.substr(0, mark);
     }
@@ -158,6 +161,19 @@ Condition Parser::condition(const QJsonValue& value, const QString& where) {
     return condition;
 }
 
+// One condition, or a list of them.
+Conditions Parser::conditions(Node& node, const QString& key) {
+    Conditions conditions;
+    if (node.has(key)) {
+        const QJsonValue value = node.value(key);
+        const QJsonArray list = value.isArray() ? value.toArray() : QJsonArray{value};
+        for (const QJsonValue& entry : list) {
+            conditions.push_back(condition(entry, node.place(key)));
+        }
+    }
+    return conditions;
+}
+
 // ---- Parts
 
 void Parser::parseWords() {
@@ -201,9 +217,7 @@ void Parser::parseCounters() {
     Node node = root_.child("counters");
     for (Counter& counter : report_.counters) {
         Node entry = node.child(toQString(counter.name));
-        if (entry.has("when")) {
-            counter.when = condition(entry.value("when"), entry.place("when"));
-        }
+        counter.when = conditions(entry, "when");
         if (entry.has("sum")) {
             counter.sumOf = field(report_.fields, entry.requiredText("sum"));
         }
@@ -245,6 +259,9 @@ std::vector<Count> Parser::counts(Node& node, const QString& key) {
         count.label = entry.text("label");
         count.counter = counter(entry.requiredText("counter"), entry.place("counter"));
         count.unit = entry.text("unit", u"件");
+        if (entry.has("format")) {
+            count.format = formatNamed(entry.requiredText("format"), entry.place("format"));
+        }
         count.omitZero = entry.flag("omitZero", false);
         entry.done();
         counts.push_back(std::move(count));
@@ -263,6 +280,7 @@ AttributeBlock Parser::attributes(Node& node, FieldNames& fields) {
         attribute.label = entry.text("label");
         attribute.text = textTemplate(entry, "text", fields);
         attribute.wide = entry.flag("wide", false);
+        attribute.block = entry.flag("block", false);
         attribute.omitEmpty = entry.flag("omitEmpty", false);
         attribute.wrap = static_cast<Wrap>(entry.choice("wrap", wraps, 0));
         entry.done();
@@ -297,8 +315,9 @@ Group Parser::group(Node node) {
 
 Table Parser::table(Node node) {
     Table table;
-    if (node.has("when")) {
-        table.when = condition(node.value("when"), node.place("when"));
+    table.when = conditions(node, "when");
+    if (node.has("continues")) {
+        table.continues = condition(node.value("continues"), node.place("continues"));
     }
     table.heading = node.flag("heading", true);
     table.rules = static_cast<Rules>(node.choice("rules", {"grid", "rows", "none"}, 0));
@@ -325,9 +344,7 @@ Table Parser::table(Node node) {
 
 Placed Parser::placed(Node node) {
     Placed placed;
-    if (node.has("when")) {
-        placed.when = condition(node.value("when"), node.place("when"));
-    }
+    placed.when = conditions(node, "when");
     placed.pen = node.number("pen", placed.pen, 0, 10);
     placed.dashed = node.flag("dashed", false);
     if (node.has("line")) {

@@ -44,8 +44,9 @@ struct Words {
     std::optional<Text> otherwise; // without it an unknown code stays as it is
 };
 
-// A text with fields in it: "[ObjectName]", "[DateUpdate:date]", "[Class|kinds]" (through Words), "[#tables]" (a
-// counter); "[[" stands for the bracket itself. A Null adds nothing.
+// A text with fields in it: "[ObjectName]", "[DateUpdate:date]", "[Class|kinds]" (through Words),
+// "[MaxRecords|limits:count]" (through Words, in that format what they do not know), "[#tables]" (a counter); "[["
+// stands for the bracket itself. A Null adds nothing.
 struct Piece {
     enum class Kind { Literal, Field, Counter };
     Kind kind = Kind::Literal;
@@ -61,12 +62,13 @@ struct Condition {
     bool filled = false; // instead of a comparison: neither Null nor the empty text
     Text value;          // compared with the plain text of the field
 };
+using Conditions = std::vector<Condition>; // all of them hold; an empty list always does
 
 // A running total, kept for the whole report and anew for each group. It counts rows, or adds up a field of them,
 // or counts the groups of one level.
 struct Counter {
     Text name;
-    std::optional<Condition> when;
+    Conditions when;
     int sumOf = -1;    // field
     int groupsOf = -1; // level
 };
@@ -76,14 +78,17 @@ struct Count {
     Text label;
     int counter = 0;
     Text unit;
+    Format format = Format::Count;
     bool omitZero = false;
 };
 
-// A label and its value in a block of two columns; a wide one takes the whole line.
+// A label and its value in a block of two columns; a wide one takes the whole line, and one that is a block of its own
+// has the label above the text.
 struct Attribute {
     Text label;
     Template text;
     bool wide = false;
+    bool block = false;
     bool omitEmpty = false;
     Wrap wrap = Wrap::Words;
 };
@@ -135,7 +140,8 @@ struct Column {
 enum class Rules { Grid, Rows, None };
 
 struct Table {
-    std::optional<Condition> when; // the first table whose condition holds prints the row
+    Conditions when;                    // the first table whose conditions hold prints the row
+    std::optional<Condition> continues; // such a row belongs to the one above: see docs/reports.md
     bool heading = true;
     Rules rules = Rules::Grid;
     std::vector<Column> columns;
@@ -147,7 +153,7 @@ struct Table {
 struct Placed {
     enum class Kind { Text, Line, Box };
     Kind kind = Kind::Text;
-    std::optional<Condition> when;
+    Conditions when;
     double x = 0, y = 0, width = 0, height = 0;
     Template text;
     double points = 9, minPoints = 6;

@@ -1,5 +1,6 @@
 #include "reports/row_text.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/runtime_error.h"
@@ -121,14 +122,11 @@ QString textOf(const Template& text, const Row& row, const ReportDefinition& def
             }
             const Words& words = definition.words[static_cast<std::size_t>(piece.words)];
             const Text code = std::holds_alternative<Bytes>(row[index]) ? Text() : toText(row[index]);
-            const auto* word = words.otherwise ? &*words.otherwise : &code;
-            for (const auto& [key, entry] : words.entries) {
-                if (key == code) {
-                    word = &entry;
-                    break;
-                }
-            }
-            result += toQString(*word);
+            const auto known = std::find_if(words.entries.begin(), words.entries.end(),
+                                            [&](const auto& entry) { return entry.first == code; });
+            result += known != words.entries.end() ? toQString(known->second)
+                      : words.otherwise            ? toQString(*words.otherwise)
+                                                   : formatted(row[index], piece.format);
             break;
         }
     }
@@ -141,6 +139,11 @@ bool holds(const Condition& condition, const Row& row) {
         return false;
     }
     return condition.filled ? !isEmptyText(value) : toText(value) == condition.value;
+}
+
+bool holds(const Conditions& conditions, const Row& row) {
+    return std::all_of(conditions.begin(), conditions.end(),
+                       [&](const Condition& condition) { return holds(condition, row); });
 }
 
 Rows::Rows(std::shared_ptr<RowStore> store, Text source, std::vector<SortKey> sort, FieldNames fields)

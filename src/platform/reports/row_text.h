@@ -29,6 +29,7 @@ QString textOf(const Template& text, const Row& row, const ReportDefinition& def
                const Totals* totals = nullptr);
 
 bool holds(const Condition& condition, const Row& row);
+bool holds(const Conditions& conditions, const Row& row);
 
 // Reads the rows of a source by their number, forward at the speed of one cursor; a jump back opens a new one. At
 // the end of the rows the cursor is closed, so that a store that was read to the end is left without a reader.

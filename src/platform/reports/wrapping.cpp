@@ -4,6 +4,8 @@
 
 #include <QTextLayout>
 
+#include "reports/source_breaks.h"
+
 namespace relvane::reports {
 namespace {
 
@@ -65,21 +67,28 @@ qsizetype fitting(Fonts& fonts, int font, QStringView text, double width) {
     return count;
 }
 
-void wrapAtCharacters(Fonts& fonts, int font, const QString& line, double width, Wrap how,
+void wrapAtCharacters(Fonts& fonts, int font, const QString& line, double width,
                       std::vector<TextLine>& lines) {
-    // What follows a wrap of a source line stands a little deeper than the line itself.
-    double indent = 0;
-    if (how == Wrap::Source) {
-        const double blank = fonts.width(font, u' ');
-        const auto first = std::find_if(line.begin(), line.end(), [](QChar c) { return c != u' '; });
-        indent = std::min((static_cast<double>(first - line.begin()) + 2) * blank, width / 2);
-    }
-    qsizetype done = 0;
-    while (done < line.size()) {
-        const double inset = done > 0 ? indent : 0;
-        const qsizetype count = fitting(fonts, font, QStringView(line).mid(done), width - inset);
-        lines.push_back({line.mid(done, count), inset, done > 0, done + count < line.size()});
+    for (qsizetype done = 0; done < line.size();) {
+        const qsizetype count = fitting(fonts, font, QStringView(line).mid(done), width);
+        lines.push_back({line.mid(done, count), 0, done > 0, done + count < line.size()});
         done += count;
+    }
+}
+
+// What follows a wrap of a source line stands a little deeper than the line itself.
+void wrapSource(Fonts& fonts, int font, const QString& line, double width, std::vector<TextLine>& lines) {
+    const auto first = std::find_if(line.begin(), line.end(), [](QChar c) { return c != u' '; });
+    const double indent =
+        std::min((static_cast<double>(first - line.begin()) + 2) * fonts.width(font, u' '), width / 2);
+    const SourceBreaks breaks(line);
+    for (qsizetype done = 0; done < line.size();) {
+        const double inset = done > 0 ? indent : 0;
+        const QStringView rest = QStringView(line).mid(done);
+        const qsizetype count = fitting(fonts, font, rest, width - inset);
+        const qsizetype end = count < rest.size() ? breaks.after(done, count) : line.size();
+        lines.push_back({line.mid(done, end - done), inset, done > 0, end < line.size()});
+        done = end;
     }
 }
 
@@ -110,8 +119,10 @@ std::vector<TextLine> wrap(Fonts& fonts, int font, QString text, double width, W
             lines.push_back({line});
         } else if (how == Wrap::Words) {
             wrapAtWords(fonts, font, line, width, lines);
+        } else if (how == Wrap::Characters) {
+            wrapAtCharacters(fonts, font, line, width, lines);
         } else {
-            wrapAtCharacters(fonts, font, line, width, how, lines);
+            wrapSource(fonts, font, line, width, lines);
         }
     }
     return lines;

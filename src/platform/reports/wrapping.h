@@ -20,7 +20,7 @@ struct TextLine {
 // Line breaks of the text (CR, LF, CR LF) are kept, at least one line comes back. Tabs become blanks: in Source
 // up to the next multiple of four characters, elsewhere one. Other control characters are shown as "□".
 // Words breaks by the Japanese rules for prose (no "。" or small kana at the head of a line), and inside a word
-// only when the word alone is too wide.
+// only when the word alone is too wide. Source breaks as SourceBreaks says.
 std::vector<TextLine> wrap(Fonts& fonts, int font, QString text, double width, Wrap how);
 
 // One line, ended with "…" when the text is wider.
