@@ -25,6 +25,11 @@ TextView rowSourceTypeText(std::int32_t number) {
     }
 }
 
+// A flag whose built-in value nobody knows says no more than that it is there.
+bool hasKnownFlag(const PropertyFact* fact) {
+    return fact != nullptr && fact->builtIn.kind == BuiltIn::Kind::Boolean;
+}
+
 constexpr std::size_t dateSize = 8;
 
 } // namespace
@@ -69,7 +74,7 @@ Value DesignObject::decoded(const StoredValue& value) const {
     const PropertyFact* fact = factOf(value);
     switch (design_format::classOf(static_cast<std::uint8_t>(value.id))) {
     case design_format::ValueClass::Flag:
-        return fact == nullptr ? Value(true) : this->value(*fact);
+        return hasKnownFlag(fact) ? this->value(*fact) : Value(true);
     case design_format::ValueClass::Variable:
         break;
     default:
@@ -103,7 +108,7 @@ Value DesignObject::value(const PropertyFact& fact) const {
     const DesignObject* block = inheritsFrom();
     const StoredValue* own = stored_->find(fact.id);
     const StoredValue* inherited = block == nullptr ? nullptr : block->stored_->find(fact.id);
-    if (fact.kind == ValueKind::Flag) {
+    if (hasKnownFlag(&fact)) {
         const bool turned = (own != nullptr) != (inherited != nullptr);
         return (fact.builtIn.number != 0) != turned;
     }

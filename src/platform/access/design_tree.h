@@ -41,7 +41,7 @@ public:
     int sectionIndex() const;
 
     // What the object itself stores, rising by id. A value of a property that nobody has named is a number, or Bytes
-    // in the variable class, or True for a flag.
+    // in the variable class, or True for a flag; so is a flag whose built-in value is unknown.
     const std::vector<StoredValue>& storedValues() const { return stored_->values; }
     const PropertyFact* factOf(const StoredValue& value) const { return findProperty(type(), value.id); }
     Value decoded(const StoredValue& value) const;

@@ -1,0 +1,199 @@
+// The tree above a stored design: who belongs to whom, and what a value is when it is not stored.
+
+#include "access/design_tree.h"
+
+#include <gtest/gtest.h>
+
+#include "design_bytes_builder.h"
+#include "platform/codepage.h"
+#include "platform/runtime_error.h"
+
+namespace relvane::access {
+namespace {
+
+using test::form97;
+using test::header97;
+using test::StreamBytes;
+
+std::unique_ptr<const Design> designOf(const StreamBytes& stream, int codePage = japaneseCodePage) {
+    return std::make_unique<const Design>(readDesignStream(stream.bytes(), u"試験"), codePage);
+}
+
+Value number(std::int64_t value) {
+    return value;
+}
+
+TEST(DesignTree, AFlagTurnsTheBuiltInValueRound) {
+    const auto design = designOf(form97().hex("06 0f fd"));
+    EXPECT_EQ(design->root()[u"RecordSelectors"], Value(false));
+    EXPECT_EQ(design->root()[u"AutoCenter"], Value(true));
+    EXPECT_EQ(design->root()[u"NavigationButtons"], Value(true));
+    EXPECT_EQ(design->root()[u"PopUp"], Value(false));
+}
+
+TEST(DesignTree, AFlagInTheDefaultBlockTurnsRoundWhatControlsHave) {
+    // A block of labels in italics, then a label with the flag and one without.
+    const auto design = designOf(
+        form97().hex("ff 02 00  64 00 01 fd  98 00 ff 02 00").hex("64 00 01 dc 01 41 fd  64 00 dc 01 42 fd"));
+    EXPECT_EQ((*design->findControl(u"a"))[u"FontItalic"], Value(false));
+    EXPECT_EQ((*design->findControl(u"B"))[u"FontItalic"], Value(true));
+    EXPECT_EQ((*design->defaultBlock(DesignType::Label))[u"FontItalic"], Value(true));
+}
+
+TEST(DesignTree, AValueIsTheOwnOneOrTheBlocksOrBuiltIn) {
+    const auto design = designOf(form97()
+                                     .hex("ff 02 00  6d 00 62 10 00 69 09 00 fd  98 00 ff 02 00")
+                                     .hex("6d 00 62 20 00 dc 01 41 fd  6d 00 dc 01 42 fd"));
+    const DesignObject& first = *design->findControl(u"A");
+    const DesignObject& second = *design->findControl(u"B");
+    EXPECT_EQ(first[u"Width"], number(32));
+    EXPECT_EQ(second[u"Width"], number(16));
+    EXPECT_EQ(second[u"FontSize"], number(9));
+    EXPECT_EQ(second[u"Height"], number(240));
+    EXPECT_EQ(second[u"ControlSource"], Value(Text()));
+    EXPECT_EQ(second[u"FontName"], Value(Text(u"MS Sans Serif")));
+    EXPECT_EQ(second[u"BackColor"], number(16777215));
+    EXPECT_EQ(second[u"TextFontCharSet"], Value(Null{})); // there is one, but nobody knows it
+    EXPECT_EQ(second.value(u"NoSuchProperty"), std::nullopt);
+    EXPECT_EQ(skipErrors([&] { second[u"NoSuchProperty"]; }), 438);
+}
+
+TEST(DesignTree, BothNamesOfAPropertyFindIt) {
+    const auto design = designOf(form97().hex("31 02 39 03 fe 98 00 fe 6d 00 35 04 dc 01 41 fd"));
+    EXPECT_EQ(design->root()[u"RecordsetType"], number(2));
+    EXPECT_EQ(design->root()[u"AllowUpdating"], number(2));
+    EXPECT_EQ(design->root()[u"BorderStyle"], number(3)); // the form's own, of another kind
+    const DesignObject& box = *design->findControl(u"A");
+    EXPECT_EQ(box[u"BorderStyle"], number(4));
+    EXPECT_EQ(box[u"oldborderstyle"], number(4));
+}
+
+TEST(DesignTree, RowSourceTypeIsATextAlsoWhereOnlyItsNumberIsStored) {
+    const auto design = designOf(form97()
+                                     .hex("ff 02 00  6f 00 30 0a fd  98 00 ff 04 00")
+                                     .hex("6f 00 30 01 dc 01 41 fd")
+                                     .hex("6f 00 dc 01 42 fd")
+                                     .hex("6f 00 30 01 dc 01 43")
+                                     .property(0xde, "FillCountries")
+                                     .hex("fd  6e 00 dc 01 44 fd"));
+    EXPECT_EQ((*design->findControl(u"A"))[u"RowSourceType"], Value(Text(u"Value List")));
+    EXPECT_EQ((*design->findControl(u"B"))[u"RowSourceType"], Value(Text(u"Field List"))); // of the block
+    EXPECT_EQ((*design->findControl(u"C"))[u"RowSourceType"], Value(Text(u"FillCountries")));
+    EXPECT_EQ((*design->findControl(u"D"))[u"RowSourceType"], Value(Text(u"Table/Query")));
+}
+
+TEST(DesignTree, ChildrenOfTheRootAreBlocksLevelsAndSections) {
+    const auto design = designOf(StreamBytes()
+                                     .hex(header97)
+                                     .hex("97 00 ff 0a 00  64 00 fd  9f 00 00 01 02 dc 01 41 fd  9f 00 01 fd")
+                                     .hex("99 00 fd  9b 00 fd  9d 00 fd  9d 00 61 01 00 fd  98 00 fd")
+                                     .hex("9e 00 fd  9c 00 fd"));
+    EXPECT_TRUE(design->isReport());
+    ASSERT_EQ(design->groupLevels().size(), 2u);
+    EXPECT_EQ((*design->groupLevels()[0])[u"SortOrder"], Value(true));
+    EXPECT_EQ((*design->groupLevels()[0])[u"ControlSource"], Value(Text(u"A")));
+    EXPECT_EQ((*design->groupLevels()[1])[u"GroupInterval"], number(1));
+    EXPECT_EQ(design->defaultBlocks().size(), 1u);
+    EXPECT_TRUE(design->defaultBlocks()[0]->isDefaultBlock());
+    std::vector<int> indexes;
+    for (const DesignObject* section : design->sections()) {
+        indexes.push_back(section->sectionIndex());
+    }
+    EXPECT_EQ(indexes, (std::vector<int>{1, 3, 5, 7, 0, 6, 4}));
+    EXPECT_EQ(design->section(7)->type(), DesignType::BreakHeader);
+    EXPECT_EQ(design->section(2), nullptr);
+    EXPECT_TRUE(design->controls().empty()); // a block is no control
+}
+
+TEST(DesignTree, ControlsKnowTheirGroupPageLabelAndSection) {
+    const auto design = designOf(form97()
+                                     .hex("fe 98 00 df 01 44 ff 02 00")
+                                     .hex("6b 00 dc 01 47 ff 02 00  64 00 dc 01 4c fd")
+                                     .hex("69 00 9c 07 00 00 00 dc 01 4f fe 64 00 dc 01 6c fd")
+                                     .hex("7b 00 dc 01 54 fe 7c 00 dc 01 50 fe 6a 00 dc 01 58 fd"));
+    Text order;
+    for (const DesignObject* control : design->controls()) {
+        order += control->name();
+        EXPECT_EQ(control->section(), design->section(0));
+    }
+    EXPECT_EQ(order, u"GLOlTPX");
+    const DesignObject& option = *design->findControl(u"O");
+    EXPECT_TRUE(option.isInOptionGroup());
+    EXPECT_EQ(option[u"OptionValue"], number(7));
+    EXPECT_EQ(option.attachedLabel()->parent(), &option);
+    EXPECT_EQ(design->findControl(u"G")->attachedLabel()->name(), u"L");
+    const DesignObject& check = *design->findControl(u"X");
+    EXPECT_FALSE(check.isInOptionGroup());
+    EXPECT_EQ(check.attachedLabel(), nullptr);
+    EXPECT_EQ(check.parent()->type(), DesignType::Page);
+    EXPECT_EQ(check.parent()->parent()->type(), DesignType::Tab);
+    EXPECT_EQ(design->section(0)->section(), design->section(0));
+    EXPECT_EQ(design->root().section(), nullptr);
+}
+
+TEST(DesignTree, ObjectFramesAreNeitherEnabledNorFree) {
+    const auto design =
+        designOf(form97().hex("fe 98 00 ff 02 00  72 00 dc 01 41 fd  71 00 02 04 dc 01 42 fd"));
+    EXPECT_EQ((*design->findControl(u"A"))[u"Enabled"], Value(false));
+    EXPECT_EQ((*design->findControl(u"A"))[u"Locked"], Value(true));
+    EXPECT_EQ((*design->findControl(u"B"))[u"Enabled"], Value(true));
+    EXPECT_EQ((*design->findControl(u"B"))[u"Locked"], Value(false));
+    EXPECT_EQ(controlTypeOf(design->findControl(u"B")->type()), 114);
+}
+
+TEST(DesignTree, TextsAreInTheCodePageOfTheDatabase) {
+    const std::string caption = encode(u"受注入力", japaneseCodePage);
+    const auto design = designOf(form97().property(0xdd, caption).hex("fd"));
+    EXPECT_EQ(design->root()[u"Caption"], Value(Text(u"受注入力")));
+    const auto latin = designOf(form97().hex("dd 01 e9 fd"), latinCodePage);
+    EXPECT_EQ(latin->root()[u"Caption"], Value(Text(u"é")));
+    const auto newer = designOf(StreamBytes().hex("13 00 13 00 00 00 00 00 96 00 dd 04 d7 53 e8 6c fd"));
+    EXPECT_EQ(newer->root()[u"Caption"], Value(Text(u"受注")));
+}
+
+TEST(DesignTree, ValuesWithoutANameKeepTheirBytes) {
+    const auto design = designOf(form97().hex("09 40 07 60 ff ff e8 02 61 62 fd"));
+    std::vector<Value> values;
+    for (const StoredValue& value : design->root().storedValues()) {
+        EXPECT_EQ(design->root().factOf(value), nullptr);
+        values.push_back(design->root().decoded(value));
+    }
+    EXPECT_EQ(values, (std::vector<Value>{Value(true), number(7), number(-1), Value(Bytes{0x61, 0x62})}));
+}
+
+TEST(DesignTree, AFlagWhoseBuiltInValueIsUnknownIsThereOrNull) {
+    const auto design = designOf(form97().hex("fe 98 00 ff 02 00  6d 00 11 dc 01 41 fd  6d 00 dc 01 42 fd"));
+    EXPECT_EQ((*design->findControl(u"A"))[u"FELineBreak"], Value(true));
+    EXPECT_EQ((*design->findControl(u"B"))[u"FELineBreak"], Value(Null{}));
+}
+
+TEST(DesignTree, ADateThatIsNoneIsItsBytes) {
+    const auto dated = designOf(form97().hex("ce 08 45 62 e4 d1 ed 39 e1 40 fd"));
+    EXPECT_TRUE(std::holds_alternative<DateTime>(dated->root()[u"RecSrcDt"]));
+    const auto shorter = designOf(form97().hex("ce 02 45 62 fd"));
+    EXPECT_EQ(shorter->root()[u"RecSrcDt"], Value(Bytes{0x45, 0x62}));
+}
+
+TEST(DesignTree, DataOfAPropertyComesFromTheObjectOrItsBlock) {
+    const auto design = designOf(form97()
+                                     .hex("ff 02 00  67 00 df 01 2a fd  98 00 ff 02 00")
+                                     .hex("67 00 dc 01 41 df 01 2b fd  67 00 dc 01 42 fd"));
+    EXPECT_EQ(design->findControl(u"A")->bytes(u"PictureData")[0], 0x2b);
+    EXPECT_EQ(design->findControl(u"B")->bytes(u"PictureData")[0], 0x2a);
+    EXPECT_TRUE(design->root().bytes(u"PictureData").empty());
+    EXPECT_TRUE(design->root().bytes(u"OleData").empty());
+}
+
+TEST(DesignTree, AnUnknownTypeHasItsNumberAndNoProperties) {
+    const auto design = designOf(form97().hex("fe 98 00 fe 78 00 01 dc 01 41 fd"));
+    ASSERT_EQ(design->controls().size(), 1u);
+    const DesignObject& unknown = *design->controls()[0];
+    EXPECT_EQ(static_cast<int>(unknown.type()), 120);
+    EXPECT_TRUE(unknown.typeName().empty());
+    EXPECT_TRUE(unknown.name().empty());
+    EXPECT_EQ(unknown.value(u"Visible"), std::nullopt);
+    EXPECT_EQ(unknown.storedValues().size(), 2u);
+}
+
+} // namespace
+} // namespace relvane::access
