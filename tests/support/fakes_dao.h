@@ -1,6 +1,7 @@
 // A target in memory, built by a test object by object.
 #pragma once
 
+#include <optional>
 #include <utility>
 
 #include "platform/dao.h"
@@ -54,6 +55,30 @@ inline FakeField& addField(dao::Collection<dao::Field>& fields, Text name, int t
     return *made;
 }
 
+class FakeIndex : public dao::Index {
+public:
+    FakeIndex(Text name, const std::vector<Text>& fieldNames) : name(std::move(name)) {
+        std::vector<std::shared_ptr<dao::IndexField>> all;
+        for (const Text& field : fieldNames) {
+            all.push_back(std::make_shared<dao::IndexField>(dao::IndexField{field}));
+        }
+        fields = dao::Collection<dao::IndexField>(std::move(all));
+    }
+    Text name;
+    bool primary = false, foreign = false, unique = false, ignoreNulls = false, required = false,
+         clustered = false;
+    dao::Collection<dao::IndexField> fields;
+
+    Text Name() const override { return name; }
+    bool Primary() const override { return primary; }
+    bool Foreign() const override { return foreign; }
+    bool Unique() const override { return unique; }
+    bool IgnoreNulls() const override { return ignoreNulls; }
+    bool Required() const override { return required; }
+    bool Clustered() const override { return clustered; }
+    const dao::Collection<dao::IndexField>& Fields() const override { return fields; }
+};
+
 class FakeTableDef : public dao::TableDef {
 public:
     explicit FakeTableDef(Text name, Text connect = {})
@@ -63,16 +88,37 @@ public:
     dao::Properties stored;
     dao::Collection<dao::Field> fields;
     dao::Collection<dao::Index> indexes;
+    std::int32_t attributes = 0;
+    std::optional<std::int32_t> recordCount; // without it that of an empty table or a link
+    Text sourceTableName;
+    bool updatable = true;
+    int fieldsError = 0; // of reading the fields, 0 for none
+    int fieldsReads = 0;
+
+    // An index that follows those there are.
+    FakeIndex& addIndex(Text indexName, const std::vector<Text>& fieldNames) {
+        std::vector<std::shared_ptr<dao::Index>> all(indexes.begin(), indexes.end());
+        auto made = std::make_shared<FakeIndex>(std::move(indexName), fieldNames);
+        all.push_back(made);
+        indexes = dao::Collection<dao::Index>(std::move(all));
+        return *made;
+    }
 
     Text Name() const override { return name; }
     Value DateCreated() const override { return created; }
     Value LastUpdated() const override { return updated; }
-    std::int32_t Attributes() const override { return 0; }
+    std::int32_t Attributes() const override { return attributes; }
     Text Connect() const override { return connect; }
-    Text SourceTableName() const override { return {}; }
-    std::int32_t RecordCount() const override { return connect.empty() ? 0 : -1; }
-    bool Updatable() const override { return true; }
-    const dao::Collection<dao::Field>& Fields() override { return fields; }
+    Text SourceTableName() const override { return sourceTableName; }
+    std::int32_t RecordCount() const override { return recordCount.value_or(connect.empty() ? 0 : -1); }
+    bool Updatable() const override { return updatable; }
+    const dao::Collection<dao::Field>& Fields() override {
+        ++fieldsReads;
+        if (fieldsError != 0) {
+            throw RunTimeError(fieldsError, u"説明");
+        }
+        return fields;
+    }
     const dao::Collection<dao::Index>& Indexes() override { return indexes; }
     dao::Properties& Properties() override { return stored; }
 };
