@@ -1,4 +1,5 @@
-// Holds a panel of controls: asks for all the room that the panel needs, and scrolls where the screen has less.
+// Holds the panel of frames: asks for all the room that the panel needs, tells it how wide the window is, and scrolls
+// where the screen has less.
 #pragma once
 
 #include <QScrollArea>
@@ -14,6 +15,7 @@ public:
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 };
 
 } // namespace relvane::qt
