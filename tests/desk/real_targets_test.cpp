@@ -1,25 +1,18 @@
 // A session on real files: what the object list leaves in the work database, and that the target keeps its bytes.
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-
 #include "core/vocabulary.h"
+#include "goldens.h"
 #include "real_program.h"
 
 namespace relvane {
 namespace {
 
-using Json = nlohmann::json;
+using test::dateOf;
+using test::Json;
 using test::RealProgram;
 using test::StoredRow;
-
-Text textOf(const Json& value) {
-    return fromUtf8(value.get<std::string>());
-}
-
-Value dateOf(const Json& value) {
-    return DateTime::fromText(textOf(value)).value();
-}
+using test::textOf;
 
 // A row of the list as the golden file tells it.
 StoredRow expectedRow(std::size_t number, TextView className, const Json& object, const Value& type,
@@ -67,35 +60,9 @@ std::vector<StoredRow> expectedList(const Json& golden) {
     return rows;
 }
 
-// The goldens lie beside the folder of samples, each named for its file; empty when there are none.
-std::vector<Json> goldens() {
-    std::vector<Json> all;
-    const auto samples = test::realSamples();
-    const auto folder = samples ? samples->parent_path() / "goldens" : std::filesystem::path();
-    for (const char* name : {"nwind", "testV1997", "delColTestV1997", "indexTestV1997", "queryTestV1997",
-                             "queryTestV2000", "testIndexPropertiesV2000"}) {
-        if (std::ifstream file(folder / (name + std::string("-objects.json"))); file) {
-            all.push_back(Json::parse(file));
-        } else if (samples) {
-            std::cout << "No golden of " << name << ".\n";
-        }
-    }
-    return all;
-}
-
-std::filesystem::path sampleOf(const Json& golden) {
-    const std::string name = golden.at("file");
-    for (const char* folder : {"access97", "later"}) {
-        if (const auto path = *test::realSamples() / folder / name; std::filesystem::exists(path)) {
-            return path;
-        }
-    }
-    throw std::runtime_error("no sample " + name);
-}
-
 TEST(RealTarget, ObjectListsEqualTheGoldens) {
-    for (const Json& golden : goldens()) {
-        const auto target = sampleOf(golden);
+    for (const Json& golden : test::goldens()) {
+        const auto target = test::sampleOf(golden);
         SCOPED_TRACE(target.filename().string());
         const std::string before = test::bytesOf(target);
         RealProgram program;
@@ -247,30 +214,24 @@ TEST(RealTarget, DamagedWorkDatabaseIsReportedAtTheSelection) {
 }
 
 TEST(RealTarget, EverySampleIsListedOrRefusedAndNoneIsChanged) {
-    const auto samples = test::realSamples();
-    if (!samples) {
+    if (!test::realSamples()) {
         return; // said so
     }
     int listed = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(*samples)) {
-        const auto extension = entry.path().extension();
-        if (extension != ".mdb" && extension != ".accdb") {
-            continue;
-        }
-        SCOPED_TRACE(entry.path().filename().string());
-        const std::string before = test::bytesOf(entry.path());
+    for (const auto& path : test::sampleDatabases()) {
+        SCOPED_TRACE(path.filename().string());
+        const std::string before = test::bytesOf(path);
         RealProgram program;
-        EXPECT_TRUE(program.select(entry.path())) << toUtf8(program.dialogs.lastText());
+        EXPECT_TRUE(program.select(path)) << toUtf8(program.dialogs.lastText());
         if (program.form().cmdObject.isUsable()) {
             EXPECT_TRUE(program.press(program.form().cmdObject)) << toUtf8(program.dialogs.lastText());
             ++listed;
         } else {
             EXPECT_TRUE(program.dialogs.lastText().starts_with(u"場所:選択ｴﾗｰNo:"))
                 << toUtf8(program.dialogs.lastText());
-            std::cout << entry.path().filename().string() << ": " << toUtf8(program.dialogs.lastText())
-                      << '\n';
+            std::cout << path.filename().string() << ": " << toUtf8(program.dialogs.lastText()) << '\n';
         }
-        EXPECT_EQ(test::bytesOf(entry.path()), before);
+        EXPECT_EQ(test::bytesOf(path), before);
     }
     EXPECT_GT(listed, 15);
 }
