@@ -33,7 +33,11 @@ std::size_t lastSeparator(TextView path) {
 }
 
 bool matchesPattern(TextView name, TextView pattern) {
-    return fits(name, pattern) || (name.find(u'.') == TextView::npos && fits(Text(name) + u'.', pattern));
+    if (fits(name, pattern)) {
+        return true;
+    }
+    const bool dotIsMeant = pattern.find(u'.') != TextView::npos && name.find(u'.') == TextView::npos;
+    return dotIsMeant && fits(Text(name) + u'.', pattern);
 }
 
 } // namespace relvane

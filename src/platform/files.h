@@ -16,7 +16,8 @@ namespace relvane {
 std::size_t lastSeparator(TextView path);
 
 // Whether a file's name fits a pattern: "*" stands for any characters, none included, "?" for exactly one; case does
-// not matter. A name without a dot counts as one that ends with a dot, so that "*.*" takes every name.
+// not matter. Where the pattern has a dot, a name without one counts as ending with it, so that
+// "*.*" takes every name.
 bool matchesPattern(TextView name, TextView pattern);
 
 class Files {
