@@ -2,6 +2,7 @@
 
 #include "access/design_stream.h"
 
+#include <fstream>
 #include <limits>
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include "access/design_tree.h"
 #include "design_bytes_builder.h"
 #include "platform/runtime_error.h"
+#include "support/samples.h"
 
 namespace relvane::access {
 namespace {
@@ -250,6 +252,16 @@ TEST(DesignStream, TheHeaderIsThatOfAVersion) {
     expectDamagedAt(StreamBytes().hex("11 00 11 00 01 00 00 00 96 00 fd"), 0, u"見出しが正しくありません");
     const Text newer = failure(StreamBytes().hex("14 00 14 00 00 00 00 00 96 00 fd").bytes(), 3343);
     EXPECT_NE(newer.find(u"フォーム \"試験\" のデザインのバージョン 20"), Text::npos) << toUtf8(newer);
+}
+
+TEST(DesignStream, TheSeedsOfTheFuzzTargetAreWholeDesigns) {
+    const auto folder = relvane::test::sourceFolder() / "tests/fuzz/corpus/fuzz_design";
+    for (const char* name : {"form", "report", "nested", "long_values", "access2000", "unknown"}) {
+        std::ifstream file(folder / (std::string(name) + ".bin"), std::ios::binary);
+        const Bytes bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+        EXPECT_FALSE(bytes.empty()) << name;
+        EXPECT_EQ(toUtf8(failure(bytes)), "") << name;
+    }
 }
 
 } // namespace

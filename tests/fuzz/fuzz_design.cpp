@@ -1,0 +1,61 @@
+// Drives everything that reads the stored design of a form or report with arbitrary bytes: as a design, whose tree is
+// then asked for every value, as the list of names beside one, and as each kind of data inside a property.
+
+#include "access/design_data.h"
+#include "access/design_tree.h"
+#include "access/design_type_info.h"
+#include "platform/codepage.h"
+#include "platform/runtime_error.h"
+
+namespace {
+
+using namespace relvane;
+using namespace relvane::access;
+
+void lookInside(ByteView bytes) {
+    readPictureData(bytes);
+    readPalette(bytes);
+    readPrinterLayout(bytes);
+    readPrinterMode(bytes, japaneseCodePage);
+    readPrinterNames(bytes, japaneseCodePage);
+    readOleData(bytes);
+}
+
+void askForEverything(const DesignObject& object) {
+    for (const StoredValue& value : object.storedValues()) {
+        object.decoded(value);
+        lookInside(value.bytes);
+    }
+    for (const PropertyFact& fact : propertiesOf(object.type())) {
+        object.value(fact);
+        object.value(fact.name);
+    }
+    object.name();
+    object.section();
+    object.attachedLabel();
+    if (isSection(object.type())) {
+        object.sectionIndex();
+    }
+    for (const DesignObject* child : object.children()) {
+        askForEverything(*child);
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const ByteView bytes(data, size);
+    lookInside(bytes);
+    TypeInfo list;
+    skipErrors([&] { list = readTypeInfo(bytes, japaneseCodePage, u"x"); });
+    skipErrors([&] {
+        const Design design(readDesignStream(bytes, u"x"), japaneseCodePage);
+        askForEverything(design.root());
+        for (int index = 0; index < 10; ++index) {
+            design.section(index);
+        }
+        design.findControl(u"x");
+        agrees(list, design);
+    });
+    return 0;
+}
