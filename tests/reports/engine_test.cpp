@@ -137,6 +137,16 @@ TEST(Groups, AreNeverBegunInTheLastThirtyMillimetres) {
     }
 }
 
+TEST(Groups, LeaveNoSingleRowToTheNextPage) {
+    for (int rows = 15; rows <= 60; ++rows) {
+        const auto document = documentOf(tables({rows}), tableList);
+        const auto last = document.search(text("項目1_" + std::to_string(rows)));
+        const auto before = document.search(text("項目1_" + std::to_string(rows - 1)));
+        ASSERT_EQ(last.size(), 1U);
+        EXPECT_EQ(last.front().page, before.back().page) << rows;
+    }
+}
+
 TEST(Groups, AreTheEntriesOfTheOutline) {
     const auto document = documentOf(tables({2, 70, 1}), tableList);
     ASSERT_EQ(document.outline().size(), 3U);

@@ -51,13 +51,19 @@ int Composer::tableFor(const Row& row) const {
     return -1;
 }
 
-// The row of that number when it belongs to the row before it, which the same table prints.
+// The row of that number when it stands in the same table as the row before it.
+const Row* Composer::neighbour(const Row& row, std::int64_t number) const {
+    const Row* next = rows_.at(number);
+    const bool same =
+        next != nullptr && firstChange(row, *next) == definition_.groups.size() && tableFor(*next) == table_;
+    return same ? next : nullptr;
+}
+
+// The same when it also belongs to the row before it.
 const Row* Composer::continuation(const Row& row, std::int64_t number) const {
     const auto& continues = definition_.tables[static_cast<std::size_t>(table_)].continues;
-    const Row* next = continues ? rows_.at(number) : nullptr;
-    const bool belongs = next != nullptr && firstChange(row, *next) == definition_.groups.size() &&
-                         tableFor(*next) == table_ && holds(*continues, *next);
-    return belongs ? next : nullptr;
+    const Row* next = continues ? neighbour(row, number) : nullptr;
+    return next != nullptr && holds(*continues, *next) ? next : nullptr;
 }
 
 void Composer::prepare() {
@@ -174,17 +180,24 @@ double Composer::closingHeight(std::int64_t row) const {
     return next == nullptr && !definition_.foot.empty() ? sum + 1.5 * countHeight_ : sum;
 }
 
-// What follows the row at once: the next rows that belong to it, and the counts when the last of them ends a group.
+// What stays on the page of the row at hand: the next rows that belong to it, or the last row of its group, so that this
+// one does not stand alone on the next page; and the counts behind it.
 double Composer::followingHeight() const {
     double sum = 0;
     std::int64_t last = position_.row;
     const Row* row = rows_.at(last);
     while (last < position_.row + rowsKept) {
-        const Row* next = continuation(*row, last + 1);
-        if (next == nullptr) {
+        const Row* next = neighbour(*row, last + 1);
+        const bool stays = next != nullptr &&
+                           (continuation(*row, last + 1) != nullptr || neighbour(*next, last + 2) == nullptr);
+        if (!stays) {
             break;
         }
-        sum += bands_.row(static_cast<std::size_t>(table_), *next, after_.back(), nullptr).height();
+        const Block block = bands_.row(static_cast<std::size_t>(table_), *next, after_.back(), nullptr);
+        sum += keptHeight(block, 0);
+        if (static_cast<std::size_t>(block.kept) < block.strips.size()) {
+            return sum; // it may be cut
+        }
         row = next;
         ++last;
     }

@@ -60,6 +60,7 @@ private:
     void closeTable();
     double gapBefore(const Step& step) const;
     double required(std::size_t step, bool tableOpen) const;
+    const Row* neighbour(const Row& row, std::int64_t number) const;
     const Row* continuation(const Row& row, std::int64_t number) const;
     double closingHeight(std::int64_t row) const;
     double followingHeight() const;

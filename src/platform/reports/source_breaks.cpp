@@ -46,7 +46,7 @@ Quality qualityBetween(QChar left, QChar right, bool quoted) {
     if (behindBlank || (isOneOf(left, u",;") && right != u' ')) {
         return Items;
     }
-    return isOneOf(left, u"(&+*/=<>\\") && !isOneOf(right, u" =>)") ? Parts : Any;
+    return isOneOf(left, u"&+*/=<>\\") && !isOneOf(right, u" =>") ? Parts : Any;
 }
 
 } // namespace
