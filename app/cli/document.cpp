@@ -22,6 +22,7 @@ struct PanelDesk {
 const PanelDesk panelDesks[] = {
     {"cover", {"cmdHyousi(1)", "cmdHyousi(2)", "cmdHyousi(3)"}},
     {"objects", {"optObject=7", "cmdObject"}},
+    {"queries", {"optQuery=3", "cmdQuery", "optQuery=1", "cmdQuery"}},
 };
 
 // The line that all reports print as the name of the analysed file goes through the print settings.
