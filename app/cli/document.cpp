@@ -23,6 +23,7 @@ const PanelDesk panelDesks[] = {
     {"cover", {"cmdHyousi(1)", "cmdHyousi(2)", "cmdHyousi(3)"}},
     {"objects", {"optObject=7", "cmdObject"}},
     {"queries", {"optQuery=3", "cmdQuery", "optQuery=1", "cmdQuery"}},
+    {"files", {"optFile=1", "cmdFile"}},
 };
 
 // The line that all reports print as the name of the analysed file goes through the print settings.
@@ -58,15 +59,18 @@ int runDocument(const Arguments& arguments) {
     const fs::path target = fs::absolute(arguments.positional()[0]).lexically_normal();
     const fs::path out = fs::absolute(arguments.value("--out").value_or("out")).lexically_normal();
     const bool quiet = arguments.has("--quiet");
+    const auto given = givenMappings(arguments);
 
     const WorkingFolder folder(arguments, WorkingFolder::Kind::PrivateUnlessNamed);
+    const auto links = folder.linkMappings(given);
     std::vector<fs::path> files;
     const ReportOutput reports{out, [&files](const fs::path& file) { files.push_back(file); }};
 
     std::set<Text> saidBefore;
     bool succeeded = true;
     for (const PanelDesk& panel : panelDesks) {
-        Session session(folder.path(), reports, quiet, !quiet && ::isatty(STDERR_FILENO) != 0, &saidBefore);
+        Session session(folder.path(), reports, quiet, !quiet && ::isatty(STDERR_FILENO) != 0, &saidBefore,
+                        links);
         if (!session.select(target)) {
             return exitErrorReported; // the other desks would only say the same
         }

@@ -7,7 +7,7 @@
 namespace relvane::cli {
 namespace {
 
-constexpr Option known[] = {{"--out", "DIR", ""}, {"--quiet", "", ""}};
+constexpr Option known[] = {{"--out", "DIR", ""}, {"--quiet", "", ""}, {"--map", "PREFIX=DIR", "", true}};
 
 Arguments read(std::vector<std::string> words) {
     return Arguments(words, known);
@@ -26,6 +26,13 @@ TEST(Arguments, ValuesMayBeJoined) {
 
 TEST(Arguments, WordsBehindTheDoubleHyphenAreNoOptions) {
     EXPECT_EQ(read({"--", "--out"}).positional(), (std::vector<std::string>{"--out"}));
+}
+
+TEST(Arguments, ARepeatableOptionKeepsAllItsValuesInOrder) {
+    const Arguments arguments = read({"--map", "C:=a", "--out", "x", "--map=D:=b"});
+    EXPECT_EQ(arguments.values("--map"), (std::vector<std::string>{"C:=a", "D:=b"}));
+    EXPECT_EQ(arguments.values("--out"), std::vector<std::string>{"x"});
+    EXPECT_TRUE(read({}).values("--map").empty());
 }
 
 TEST(Arguments, WrongUsageIsSaid) {

@@ -33,7 +33,7 @@ check "target missing on the line" 2 "$cli" document
 cp "$samples/juchu.mdb" "$work/受注 97.mdb"
 before=$(sha256sum <"$work/受注 97.mdb")
 check "document" 0 "$cli" document "$work/受注 97.mdb" --out "$work/folder"
-for report in R_RvHyousi R_RvHyousiH R_RvHyousiW R_RvObjectAll; do
+for report in R_RvHyousi R_RvHyousiH R_RvHyousiW R_RvObjectAll R_RvFile; do
     [ -s "$work/folder/$report.pdf" ] || { echo "FAILED: no $report.pdf"; failed=1; }
 done
 check "document with a relative path" 0 sh -c 'cd "$1" && "$2" document "受注 97.mdb" --quiet --out here' - "$work" "$cli"
@@ -77,6 +77,37 @@ grep -q "Title=mine" "$work/program/Relvane.dat" || { echo "FAILED: the user's s
 printf 'no work database any more' >"$work/program/Relvane.mdb"
 check "a damaged work database" 1 "$cli" press "$work/受注 97.mdb" cmdObject --program-folder "$work/program" --quiet
 holds "$work/err" "場所:選択"
+
+# Links: where their files lie is told on the line, and kept in the folder that the command works in.
+mkdir "$work/data" "$work/alone"
+cp "$samples/juchu.mdb" "$work/alone/juchu.mdb"
+cp "$samples/zaiko.mdb" "$work/data/Zaiko.mdb"
+check "a mapping of links" 0 "$cli" inspect "$work/alone/juchu.mdb" --map "D:=$work" --map "C:\\業務=$work/data"
+mapped=$(grep -c '"error"' "$work/out")
+check "the same without it" 0 "$cli" inspect "$work/alone/juchu.mdb"
+unmapped=$(grep -c '"error"' "$work/out")
+[ "$mapped" -lt "$unmapped" ] || { echo "FAILED: the mapping finds nothing: $mapped, $unmapped"; failed=1; }
+[ ! -e "$XDG_DATA_HOME/relvane/Relvane.map" ] || { echo "FAILED: an inspection keeps a mapping"; failed=1; }
+check "a mapping that is kept" 0 "$cli" press "$work/alone/juchu.mdb" cmdObject --map "C:\\業務=$work/data" --program-folder "$work/mapped" --quiet
+grep -qF "C:\\業務=$work/data" "$work/mapped/Relvane.map" || { echo "FAILED: the mapping is not kept"; failed=1; }
+check "what was kept counts" 0 "$cli" inspect "$work/alone/juchu.mdb" --program-folder "$work/mapped"
+[ "$(grep -c '"error"' "$work/out")" -lt "$unmapped" ] || { echo "FAILED: Relvane.map is not read"; failed=1; }
+check "links to what is no file" 1 "$cli" press "$work/alone/juchu.mdb" optFile=2 cmdFile --program-folder "$work/mapped" --quiet
+holds "$work/err" "場所:ファイル一覧ｴﾗｰNo:53"
+echo "no mapping" >>"$work/mapped/Relvane.map"
+check "a line that cannot be read" 0 "$cli" press "$work/alone/juchu.mdb" cmdFile --program-folder "$work/mapped" --quiet
+holds "$work/err" 'Relvane.map, line 5: "no mapping" is not PREFIX=DIR'
+check "a mapping that is none" 2 "$cli" document "$work/alone/juchu.mdb" --map "C:"
+holds "$work/err" "is not PREFIX=DIR"
+check "a mapping into a folder that is not there" 2 "$cli" press "$work/alone/juchu.mdb" cmdFile --map "C:=$work/none"
+holds "$work/err" "does not exist"
+# A private copy has nothing to keep, but its user's own mappings count.
+mkdir -p "$XDG_DATA_HOME/relvane"
+echo "not a mapping of the user" >"$XDG_DATA_HOME/relvane/Relvane.map"
+check "document reads the user's own mappings" 0 "$cli" document "$work/alone/juchu.mdb" --map "E:=$work" --out "$work/mapped2"
+holds "$work/err" "not a mapping of the user"
+if grep -q "E:" "$XDG_DATA_HOME/relvane/Relvane.map"; then echo "FAILED: a private copy keeps a mapping"; failed=1; fi
+rm "$XDG_DATA_HOME/relvane/Relvane.map"
 
 check "inspect" 0 "$cli" inspect "$work/受注 97.mdb"
 holds "$work/out" "受注"
