@@ -3,6 +3,8 @@
 #include "access/design_properties.h"
 
 #include <algorithm>
+#include <map>
+#include <vector>
 
 namespace relvane::access {
 namespace {
@@ -1047,6 +1049,47 @@ constexpr PropertyFact page[] = {
 
 // clang-format on
 
+// Every name is plain ASCII, so that capitals need no table.
+constexpr char16_t capital(char16_t letter) {
+    return letter >= u'a' && letter <= u'z' ? static_cast<char16_t>(letter - u'a' + u'A') : letter;
+}
+
+bool comesBefore(TextView left, TextView right) {
+    return std::ranges::lexicographical_compare(left, right, {}, capital, capital);
+}
+
+struct NameOfProperty {
+    TextView name;
+    const PropertyFact* property;
+};
+
+// Both names of each property of a type, in order. A name of the object model goes before one of the export.
+std::vector<NameOfProperty> sortedNames(std::span<const PropertyFact> properties) {
+    std::vector<NameOfProperty> names;
+    for (const auto member : {&PropertyFact::modelName, &PropertyFact::name}) {
+        for (const PropertyFact& property : properties) {
+            if (!(property.*member).empty()) {
+                names.push_back({property.*member, &property});
+            }
+        }
+    }
+    std::ranges::stable_sort(names, comesBefore, &NameOfProperty::name);
+    return names;
+}
+
+const std::vector<NameOfProperty>& namesOf(DesignType type) {
+    static const auto all = [] {
+        std::map<DesignType, std::vector<NameOfProperty>> names;
+        for (const DesignType known : knownTypes()) {
+            names.emplace(known, sortedNames(propertiesOf(known)));
+        }
+        return names;
+    }();
+    static const std::vector<NameOfProperty> noNames;
+    const auto found = all.find(type);
+    return found == all.end() ? noNames : found->second;
+}
+
 } // namespace
 
 std::span<const PropertyFact> propertiesOf(DesignType type) {
@@ -1113,14 +1156,9 @@ const PropertyFact* findProperty(DesignType type, PropertyId id) {
 }
 
 const PropertyFact* findProperty(DesignType type, TextView name) {
-    for (const auto member : {&PropertyFact::modelName, &PropertyFact::name}) {
-        for (const PropertyFact& fact : propertiesOf(type)) {
-            if (!(fact.*member).empty() && equalsIgnoringCase(fact.*member, name)) {
-                return &fact;
-            }
-        }
-    }
-    return nullptr;
+    const auto& names = namesOf(type);
+    const auto found = std::ranges::lower_bound(names, name, comesBefore, &NameOfProperty::name);
+    return found == names.end() || comesBefore(name, found->name) ? nullptr : found->property;
 }
 
 Value BuiltIn::value() const {

@@ -34,9 +34,13 @@ constexpr std::size_t dateSize = 8;
 
 } // namespace
 
-Text DesignObject::name() const {
-    const auto name = value(u"Name");
-    return name ? toText(*name) : Text();
+DesignObject::DesignObject(const Design& design, const StoredObject& stored, const DesignObject* parent)
+    : design_(&design), stored_(&stored), parent_(parent) {
+    const PropertyFact* fact = findProperty(type(), u"Name");
+    const StoredValue* name = fact == nullptr ? nullptr : stored.find(fact->id);
+    if (name != nullptr) {
+        name_ = design.text(name->bytes);
+    }
 }
 
 const DesignObject* DesignObject::section() const {

@@ -25,7 +25,7 @@ public:
     DesignType type() const { return stored_->type; }
     TextView typeName() const { return nameOf(type()); } // empty when the type is unknown
     std::size_t offset() const { return stored_->offset; }
-    Text name() const; // of sections and controls; empty for the others
+    const Text& name() const { return name_; } // of sections and controls; empty for the others
 
     const DesignObject* parent() const { return parent_; }                         // nullptr for the root
     const std::vector<const DesignObject*>& children() const { return children_; } // in stored order
@@ -61,8 +61,7 @@ public:
 
 private:
     friend class Design;
-    DesignObject(const Design& design, const StoredObject& stored, const DesignObject* parent)
-        : design_(&design), stored_(&stored), parent_(parent) {}
+    DesignObject(const Design& design, const StoredObject& stored, const DesignObject* parent);
 
     const DesignObject* inheritsFrom() const; // the default block of a control
     std::optional<Value> rowSourceType(const PropertyFact& fact) const;
@@ -70,6 +69,7 @@ private:
     const Design* design_;
     const StoredObject* stored_;
     const DesignObject* parent_;
+    Text name_;
     std::vector<const DesignObject*> children_;
 };
 
