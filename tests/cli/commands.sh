@@ -33,7 +33,7 @@ check "target missing on the line" 2 "$cli" document
 cp "$samples/juchu.mdb" "$work/受注 97.mdb"
 before=$(sha256sum <"$work/受注 97.mdb")
 check "document" 0 "$cli" document "$work/受注 97.mdb" --out "$work/folder"
-for report in R_RvHyousi R_RvHyousiH R_RvHyousiW R_RvObjectAll R_RvFile; do
+for report in R_RvHyousi R_RvHyousiH R_RvHyousiW R_RvObjectAll R_RvQeryAll R_RvQerySql R_RvFile; do
     [ -s "$work/folder/$report.pdf" ] || { echo "FAILED: no $report.pdf"; failed=1; }
 done
 check "document with a relative path" 0 sh -c 'cd "$1" && "$2" document "受注 97.mdb" --quiet --out here' - "$work" "$cli"
