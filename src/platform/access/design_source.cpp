@@ -26,8 +26,15 @@ Text rowName(DesignKind kind, TextView name) {
     return upperCase(full);
 }
 
-[[noreturn]] void failMissing(const DesignDocument& document, TextView what) {
-    throw RunTimeError(ErrorNumber::DatabaseDamaged, document.title() + u": " + Text(what));
+[[noreturn]] void failMissing(const DesignDocument& document, TextView cause) {
+    Text detail = document.title();
+    detail += document.hasModule ? u": デザインがありません" : u": デザインも、モジュールの行もありません";
+    if (!cause.empty()) {
+        detail += u" (";
+        detail += cause;
+        detail += u')';
+    }
+    throw RunTimeError(ErrorNumber::DatabaseDamaged, detail);
 }
 
 } // namespace
@@ -50,17 +57,21 @@ DesignSource::DesignSource(std::shared_ptr<const jet::JetFile> file) : file_(std
 
 // A row that cannot be read counts as missing: the object that needs it says so.
 void DesignSource::readModuleRows() {
-    const jet::Table* modules = file_->findTable(u"MSysModules2");
-    if (modules == nullptr) {
-        return;
-    }
-    jet::RowCursor cursor(*modules);
-    while (const auto pointer = cursor.next()) {
-        skipErrors([&] {
-            if (const auto name = jet::NamedRow(*modules, *pointer).text(u"Name")) {
-                moduleRows_.emplace(upperCase(*name), *pointer);
-            }
-        });
+    try {
+        modules_ = file_->findTable(u"MSysModules2");
+        if (modules_ == nullptr) {
+            return;
+        }
+        jet::RowCursor cursor(*modules_);
+        while (const auto pointer = cursor.next()) {
+            skipErrors([&] {
+                if (const auto name = jet::NamedRow(*modules_, *pointer).text(u"Name")) {
+                    moduleRows_.emplace(upperCase(*name), *pointer);
+                }
+            });
+        }
+    } catch (const RunTimeError& error) {
+        moduleTableProblem_ = error.description();
     }
 }
 
@@ -92,16 +103,14 @@ DesignStreams DesignSource::streams(const DesignDocument& document) const {
         const jet::NamedRow row = file_->catalogue().row(*document.entry);
         streams = {DesignPlace::Catalogue, row.bytes(u"LvExtra"), row.bytes(u"Lv")};
         if (streams.design.empty() && document.hasModule) {
-            const jet::NamedRow module(*file_->findTable(u"MSysModules2"),
-                                       moduleRows_.at(rowName(document.kind, document.name)));
+            const jet::NamedRow module(*modules_, moduleRows_.at(rowName(document.kind, document.name)));
             streams = {DesignPlace::ModuleRow, module.bytes(u"Form"), module.bytes(u"TypeInfo")};
         }
     } catch (const RunTimeError& error) {
         throw RunTimeError(error.number(), error.description() + u" (" + document.title() + u")");
     }
     if (streams.design.empty()) {
-        failMissing(document,
-                    document.hasModule ? u"デザインがありません" : u"デザインも、モジュールの行もありません");
+        failMissing(document, moduleTableProblem_);
     }
     return streams;
 }

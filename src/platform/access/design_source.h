@@ -34,8 +34,9 @@ struct DesignStreams {
 
 class DesignSource {
 public:
-    // Reads the names alone. A file newer than Access 97 gives its documents too, but not their designs: these lie
-    // in another store (hasModule is False for all then).
+    // Reads the names alone and does not fail: what is damaged shows when a design is asked for. A file newer than
+    // Access 97 gives its documents too, but not their designs: these lie in another store (hasModule is False for
+    // all then).
     explicit DesignSource(std::shared_ptr<const jet::JetFile> file);
 
     bool canRead() const { return file_->header().isJet3(); }
@@ -55,6 +56,8 @@ private:
     void readModuleRows();
 
     std::shared_ptr<const jet::JetFile> file_;
+    const jet::Table* modules_ = nullptr;        // MSysModules2
+    Text moduleTableProblem_;                    // why its rows could not be listed
     std::map<Text, jet::RowPointer> moduleRows_; // by the row's name in capitals
     std::vector<DesignDocument> forms_, reports_;
 };

@@ -1,0 +1,161 @@
+// Finding designs in a file: both places, and what is said when one is missing or damaged. The damage is done to a
+// copy in memory.
+
+#include "access/design_source.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
+#include <gtest/gtest.h>
+
+#include "support/samples.h"
+
+namespace relvane::access {
+namespace {
+
+std::optional<Bytes> bytesOf(const std::string& name) {
+    const auto path = test::realSample(name);
+    if (!path) {
+        return std::nullopt;
+    }
+    std::ifstream file(*path, std::ios::binary);
+    return Bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+}
+
+DesignSource sourceOf(const Bytes& bytes) {
+    return DesignSource(std::make_shared<const jet::JetFile>(jet::makeMemorySource(bytes)));
+}
+
+// Where the bytes stand; the end when they do not.
+std::size_t placeOf(const Bytes& bytes, std::span<const std::uint8_t> wanted, std::size_t from = 0) {
+    const auto begin = bytes.begin() + static_cast<std::ptrdiff_t>(from);
+    return static_cast<std::size_t>(std::search(begin, bytes.end(), wanted.begin(), wanted.end()) -
+                                    bytes.begin());
+}
+
+void expectDamage(const DesignSource& source, DesignKind kind, TextView name, TextView reason) {
+    const DesignDocument* document = source.find(kind, name);
+    ASSERT_NE(document, nullptr);
+    try {
+        source.design(*document);
+        FAIL();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), 3049);
+        EXPECT_NE(error.description().find(document->title()), Text::npos) << error.what();
+        EXPECT_NE(error.description().find(reason), Text::npos) << error.what();
+    }
+}
+
+// A form of nwind.mdb with code, and one without.
+constexpr TextView withCode = u"Sales Reports Dialog", withoutCode = u"Categories";
+
+TEST(DesignSource, AFormLiesInTheCatalogueOrBesideItsModule) {
+    const auto bytes = bytesOf("access97/nwind.mdb");
+    if (!bytes) {
+        return;
+    }
+    const DesignSource source = sourceOf(*bytes);
+    EXPECT_EQ(source.forms().size(), 21u);
+    EXPECT_EQ(source.reports().size(), 13u);
+    const DesignDocument& plain = *source.find(DesignKind::Form, u"CATEGORIES");
+    EXPECT_EQ(plain.name, withoutCode);
+    EXPECT_EQ(plain.title(), u"フォーム \"Categories\"");
+    EXPECT_FALSE(plain.hasModule);
+    EXPECT_EQ(source.streams(plain).place, DesignPlace::Catalogue);
+    const DesignDocument& coded = *source.find(DesignKind::Form, withCode);
+    EXPECT_TRUE(coded.hasModule);
+    EXPECT_EQ(source.streams(coded).place, DesignPlace::ModuleRow);
+    EXPECT_EQ(source.find(DesignKind::Report, withCode), nullptr);
+    EXPECT_EQ(source.find(DesignKind::Form, u"no such form"), nullptr);
+    EXPECT_EQ(std::ranges::count_if(source.forms(), &DesignDocument::hasModule), 10);
+    EXPECT_EQ(std::ranges::count_if(source.reports(), &DesignDocument::hasModule), 2);
+}
+
+TEST(DesignSource, AMissingModuleRowNamesTheForm) {
+    auto bytes = bytesOf("access97/nwind.mdb");
+    if (!bytes) {
+        return;
+    }
+    constexpr std::string_view rowName = "Form_Sales Reports Dialog";
+    const Bytes wanted(rowName.begin(), rowName.end());
+    std::size_t found = 0;
+    for (std::size_t at = placeOf(*bytes, wanted); at != bytes->size();
+         at = placeOf(*bytes, wanted, at + 1)) {
+        (*bytes)[at] = 'X';
+        ++found;
+    }
+    ASSERT_GT(found, 0u);
+    const DesignSource source = sourceOf(*bytes);
+    EXPECT_FALSE(source.find(DesignKind::Form, withCode)->hasModule);
+    expectDamage(source, DesignKind::Form, withCode, u"デザインも、モジュールの行もありません");
+    EXPECT_NO_THROW(source.design(*source.find(DesignKind::Form, withoutCode)));
+}
+
+TEST(DesignSource, ADamagedTableOfModulesIsNamedByTheFormsThatNeedIt) {
+    auto bytes = bytesOf("access97/nwind.mdb");
+    if (!bytes) {
+        return;
+    }
+    {
+        const jet::JetFile file(jet::makeMemorySource(*bytes));
+        const jet::Table* modules = file.findTable(u"MSysModules2");
+        ASSERT_NE(modules, nullptr);
+        const std::size_t page = modules->definition().page;
+        (*bytes)[page * file.pages().format().pageSize] = 1; // no longer a definition
+    }
+    const DesignSource source = sourceOf(*bytes);
+    expectDamage(source, DesignKind::Form, withCode, u"ページ ");
+    EXPECT_NO_THROW(source.design(*source.find(DesignKind::Form, withoutCode)));
+}
+
+// Where the stream of a form begins in the file.
+std::size_t streamPlace(const Bytes& bytes, TextView form) {
+    const DesignSource source = sourceOf(bytes);
+    const Bytes stream = source.streams(*source.find(DesignKind::Form, form)).design;
+    return placeOf(bytes, std::span(stream).first(64));
+}
+
+TEST(DesignSource, ABrokenChainOfALongValueNamesTheForm) {
+    auto bytes = bytesOf("access97/nwind.mdb");
+    if (!bytes) {
+        return;
+    }
+    const std::size_t place = streamPlace(*bytes, withoutCode);
+    ASSERT_LT(place, bytes->size());
+    for (std::size_t i = 1; i <= 4; ++i) {
+        (*bytes)[place - i] = 0; // the place of the next piece stands before the first one's bytes
+    }
+    expectDamage(sourceOf(*bytes), DesignKind::Form, withoutCode, u"長い値");
+}
+
+TEST(DesignSource, ADamagedStreamNamesTheFormAndTheOffset) {
+    const auto whole = bytesOf("access97/nwind.mdb");
+    if (!whole) {
+        return;
+    }
+    const std::size_t place = streamPlace(*whole, withCode);
+    ASSERT_LT(place, whole->size());
+    const auto changed = [&](std::size_t offset, std::uint8_t byte) {
+        Bytes bytes = *whole;
+        bytes[place + offset] = byte;
+        return sourceOf(bytes);
+    };
+    expectDamage(changed(8, 0x97), DesignKind::Form, withCode, u" 8 バイト目: 種類が違います");
+    expectDamage(changed(11, 0x05), DesignKind::Form, withCode, u" 11 バイト目: プロパティの順序が");
+    expectDamage(changed(4, 0x01), DesignKind::Form, withCode, u" 0 バイト目: 見出し");
+}
+
+TEST(DesignSource, DesignsOfNewerFilesAreRefused) {
+    const auto bytes = bytesOf("later/northwind-2000-ja.mdb");
+    if (!bytes) {
+        return;
+    }
+    const DesignSource source = sourceOf(*bytes);
+    EXPECT_FALSE(source.canRead());
+    ASSERT_FALSE(source.forms().empty());
+    EXPECT_EQ(skipErrors([&] { source.design(source.forms().front()); }), 3343);
+}
+
+} // namespace
+} // namespace relvane::access
