@@ -45,6 +45,16 @@ public:
                    ? 0
                    : QProxyStyle::styleHint(hint, option, widget, returnData);
     }
+    // Fusion makes every button 80 wide; one with the property "narrow" is as wide as its caption wants.
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                           const QWidget* widget) const override {
+        const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+        if (type != CT_PushButton || widget == nullptr || !widget->property("narrow").toBool()) {
+            return size;
+        }
+        const int margins = pixelMetric(PM_ButtonMargin, option, widget);
+        return {contents.width() + margins, size.height()};
+    }
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         if (element != PE_FrameGroupBox) {

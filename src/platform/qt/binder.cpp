@@ -11,6 +11,7 @@
 #include <QStyle>
 #include <QTimer>
 #include <algorithm>
+#include <climits>
 #include <map>
 
 #include "qt/qt_text.h"
@@ -18,6 +19,8 @@
 
 namespace relvane::qt {
 namespace {
+
+constexpr QSize decorations(widthOfDecorations, 48);
 
 constexpr const char* boundTypes[] = {
     "QPushButton",
@@ -62,7 +65,9 @@ void answerTheDesktop() {
 } // namespace
 
 Binder::Binder(QWidget& window, Form& form, EventQueue& events)
-    : window_(window), form_(form), events_(events) {
+    : window_(window), form_(form), events_(events), moved_(new QTimer(this)) {
+    moved_->setSingleShot(true);
+    connect(moved_, &QTimer::timeout, this, [this] { rememberPlace(); });
     match();
     listen();
     setTabOrder();
@@ -188,7 +193,10 @@ void Binder::showVisible() {
         window_.hide();
         return;
     }
-    fitToContents();
+    if (!fitted_) { // later the size is the person's
+        fitted_ = true;
+        fitToContents();
+    }
     if (isSecondary()) {
         const QRect above = window_.parentWidget()->frameGeometry();
         window_.move(above.center() - window_.rect().center());
@@ -206,7 +214,6 @@ bool Binder::isSecondary() const {
 
 // As large as its contents want, and the screen allows. (Qt's own adjustSize stops at two thirds of the screen.)
 void Binder::fitToContents() {
-    constexpr QSize decorations(16, 48); // what a window manager adds around it
     // What came and went before the first show told no layout.
     for (QWidget* widget : window_.findChildren<QWidget*>()) {
         widget->updateGeometry();
@@ -222,15 +229,32 @@ void Binder::fitToContents() {
     window_.resize(wanted.boundedTo(room).expandedTo(window_.minimumSizeHint()));
 }
 
-// A position of an earlier run may lie on a screen that is gone.
+// A position of an earlier run may lie on a screen that is gone, or has become smaller: as long as enough of the title
+// bar can be seen to take hold of it the window stays, otherwise it comes whole onto the nearest screen.
 void Binder::keepOnScreen() {
-    const QRect bar(window_.pos(), QSize(window_.width(), 30));
-    const auto holdsBar = [&bar](const QScreen* screen) {
-        return screen->availableGeometry().intersects(bar);
-    };
-    if (std::ranges::none_of(QGuiApplication::screens(), holdsBar)) {
-        window_.move(QGuiApplication::primaryScreen()->availableGeometry().topLeft());
+    constexpr QSize handle(120, 16);
+    const QRect bar(window_.pos(), QSize(window_.width(), 24));
+    const QScreen* nearest = QGuiApplication::primaryScreen();
+    int least = INT_MAX;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect room = screen->availableGeometry();
+        const QRect seen = room & bar;
+        if (seen.width() >= handle.width() && seen.height() >= handle.height()) {
+            return;
+        }
+        const int distance = (room.center() - bar.center()).manhattanLength();
+        if (distance < least) {
+            least = distance;
+            nearest = screen;
+        }
     }
+    const QRect room = nearest->availableGeometry();
+    const QSize size = window_.size() + decorations;
+    const auto within = [](int wanted, int first, int space) {
+        return std::clamp(wanted, first, std::max(first, first + space));
+    };
+    window_.move(within(bar.x(), room.x(), room.width() - size.width()),
+                 within(bar.y(), room.y(), room.height() - size.height()));
 }
 
 void Binder::place() {
@@ -242,9 +266,18 @@ void Binder::place() {
     }
 }
 
+// Some window managers move a window before they say that it is maximised; that place is not the person's.
+void Binder::rememberPlaceSoon() {
+    constexpr int settled = 150; // milliseconds
+    if (!placing_) {
+        moved_->start(settled);
+    }
+}
+
 void Binder::rememberPlace() {
+    moved_->stop();
     if (!isSecondary() && !placing_ && window_.isVisible() && !window_.isMinimized() &&
-        !window_.isMaximized()) {
+        !window_.isMaximized() && !window_.isFullScreen()) {
         placing_ = true;
         form_.Left = window_.x();
         form_.Top = window_.y();
@@ -318,7 +351,7 @@ bool Binder::eventFilter(QObject* object, QEvent* event) {
         break;
     case QEvent::Move:
         if (object == &window_) {
-            rememberPlace();
+            rememberPlaceSoon();
         }
         break;
     case QEvent::FocusIn:
@@ -341,6 +374,7 @@ bool Binder::close() {
     if (blocked_) {
         return true;
     }
+    rememberPlace();
     if (form_.QueryUnload) {
         events_.fire([this] { form_.QueryUnload(); });
     } else {

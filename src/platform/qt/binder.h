@@ -23,8 +23,12 @@
 
 class QKeyEvent;
 class QMouseEvent;
+class QTimer;
 
 namespace relvane::qt {
+
+inline constexpr int widthOfDecorations =
+    16; // reckoned for what a window manager adds at both sides of a window
 
 // A control without its widget, a widget without its control, or a pair of different types; names all of them.
 class BindingError : public std::runtime_error {
@@ -65,6 +69,7 @@ private:
     void fitToContents();
     void keepOnScreen();
     void place();
+    void rememberPlaceSoon();
     void rememberPlace();
     void block();
     void unblockSoon();
@@ -85,7 +90,8 @@ private:
     std::vector<std::unique_ptr<Tie>> ties_;
     QPointer<QWidget> focusBefore_; // what had the focus when the window was blocked
     QPointer<QWidget> wantedFocus_; // what the logic gave the focus to, until it has it
-    bool blocked_ = false, hourglass_ = false, placing_ = false, tabbed_ = false;
+    QTimer* moved_;                 // runs while a move may turn out to be the window being maximised
+    bool blocked_ = false, hourglass_ = false, placing_ = false, tabbed_ = false, fitted_ = false;
 };
 
 } // namespace relvane::qt

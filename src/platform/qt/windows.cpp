@@ -1,7 +1,12 @@
 #include "qt/windows.h"
 
+#include <QLayout>
 #include <QPalette>
+#include <QScreen>
+#include <QStyle>
 
+#include "qt/file_drop.h"
+#include "qt/shortcuts.h"
 #include "ui_frmRelvane.h"
 #include "ui_frmSetUp.h"
 
@@ -27,6 +32,13 @@ RelvaneWindow::RelvaneWindow(FrmRelvane& form, EventQueue& events) {
     keepReadable(
         {ui.lblDBName, ui.Label1, ui.txtMesege, ui.lblPer, ui.Label19, ui.Label20, ui.Label21, ui.linGuage});
     binder_ = std::make_unique<Binder>(*this, form, events);
+    new Shortcuts(*this);
+    new FileDrop(*this, form, events);
+    // Until the window has its size, the panel reckons with the screen.
+    const QMargins margins = ui.desk->layout()->contentsMargins();
+    const int around = widthOfDecorations + margins.left() + margins.right() +
+                       style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, ui.panelArea);
+    ui.panel->setRoom(screen()->availableSize().width() - around);
 }
 
 RelvaneWindow::~RelvaneWindow() = default;
