@@ -1,6 +1,7 @@
 // The databases of the builder, read back by the project's own reader.
 
 #include <fstream>
+#include <functional>
 
 #include <gtest/gtest.h>
 
@@ -13,6 +14,7 @@
 #include "sample_builder/many_tables.h"
 #include "sample_builder/system_tables.h"
 #include "support/samples.h"
+#include "system/linux_files.h"
 
 namespace relvane::samples {
 namespace {
@@ -46,7 +48,9 @@ TEST_F(SampleRoundTrip, OrderKeepingSampleReadsBackAsDescribed) {
 }
 
 TEST_F(SampleRoundTrip, LinkedTableOfTheSampleFindsItsBackEndBesideIt) {
-    const auto database = jet::openDatabase(fromUtf8(test::ownSample("juchu.mdb").string()));
+    LinuxFiles files;
+    const auto database = jet::openDatabase(fromUtf8(test::ownSample("juchu.mdb").string()),
+                                            {.resolveLink = std::bind_front(&Files::resolveLink, &files)});
     EXPECT_EQ(database->TableDefs().Item(u"在庫").Fields().Count(), 4);
     EXPECT_THROW(database->TableDefs().Item(u"旧得意先").Fields(), RunTimeError);
 }
