@@ -8,59 +8,19 @@ namespace {
 using namespace access;
 
 // What an analysis asks of an object whether it is stored or not. A type that lacks one leaves it out.
-constexpr TextView effectiveProperties[] = {u"RecordSource",
-                                            u"Filter",
-                                            u"OrderBy",
-                                            u"Caption",
-                                            u"DefaultView",
-                                            u"RecordsetType",
-                                            u"RecordLocks",
-                                            u"AllowEdits",
-                                            u"AllowDeletions",
-                                            u"AllowAdditions",
-                                            u"DataEntry",
-                                            u"PopUp",
-                                            u"Modal",
-                                            u"KeyPreview",
-                                            u"Left",
-                                            u"Top",
-                                            u"Width",
-                                            u"Height",
-                                            u"Visible",
-                                            u"Enabled",
-                                            u"Locked",
-                                            u"TabStop",
-                                            u"TabIndex",
-                                            u"BorderStyle",
-                                            u"BorderWidth",
-                                            u"ControlSource",
-                                            u"OptionValue",
-                                            u"Format",
-                                            u"InputMask",
-                                            u"DefaultValue",
-                                            u"ValidationRule",
-                                            u"ValidationText",
-                                            u"StatusBarText",
-                                            u"ControlTipText",
-                                            u"IMEMode",
-                                            u"IMEHold",
-                                            u"RowSourceType",
-                                            u"RowSource",
-                                            u"ColumnCount",
-                                            u"BoundColumn",
-                                            u"LimitToList",
-                                            u"SourceObject",
-                                            u"LinkChildFields",
-                                            u"LinkMasterFields",
-                                            u"SizeMode",
-                                            u"PictureAlignment",
-                                            u"PictureType",
-                                            u"SortOrder",
-                                            u"GroupHeader",
-                                            u"GroupFooter",
-                                            u"GroupOn",
-                                            u"GroupInterval",
-                                            u"KeepTogether"};
+// clang-format off
+constexpr TextView effectiveProperties[] = {
+    u"RecordSource", u"Filter", u"OrderBy", u"Caption", u"DefaultView", u"RecordsetType", u"RecordLocks",
+    u"AllowEdits", u"AllowDeletions", u"AllowAdditions", u"DataEntry", u"PopUp", u"Modal", u"KeyPreview",
+    u"Left", u"Top", u"Width", u"Height", u"Visible", u"Enabled", u"Locked", u"TabStop", u"TabIndex",
+    u"BorderStyle", u"BorderWidth", u"ControlSource", u"OptionValue", u"Format", u"InputMask",
+    u"DefaultValue", u"ValidationRule", u"ValidationText", u"StatusBarText", u"ControlTipText", u"IMEMode",
+    u"IMEHold", u"RowSourceType", u"RowSource", u"ColumnCount", u"BoundColumn", u"LimitToList",
+    u"SourceObject", u"LinkChildFields", u"LinkMasterFields", u"SizeMode", u"PictureAlignment",
+    u"PictureType", u"SortOrder", u"GroupHeader", u"GroupFooter", u"GroupOn", u"GroupInterval",
+    u"KeepTogether",
+};
+// clang-format on
 
 class DesignWriter {
 public:
@@ -89,11 +49,21 @@ public:
             writeValues(section);
             writeChildren("controls", section);
         });
+        list("others", design_.others(), [&](const DesignObject& object) { writeControl(object); });
+        json_.key("unknown");
+        json_.beginArray();
+        for (const Text& place : unknown_) {
+            json_.text(place);
+        }
+        json_.endArray();
         json_.endObject();
     }
 
 private:
     void writeHead(const DesignObject& object) {
+        if (!isKnown(object.type())) {
+            unknown_.push_back(typeName(object));
+        }
         text("type", typeName(object));
         number("typeCode", static_cast<int>(object.type()));
         text("name", object.name());
@@ -135,6 +105,7 @@ private:
             json_.key("name");
             if (fact == nullptr) {
                 json_.null();
+                unknown_.push_back(typeName(object) + u"." + hexId(value.id));
             } else {
                 json_.text(fact->name);
                 text("modelName", fact->modelName);
@@ -222,6 +193,7 @@ private:
 
     JsonWriter& json_;
     const Design& design_;
+    std::vector<Text> unknown_; // types by number, properties by type and id, as met
 };
 
 } // namespace

@@ -193,6 +193,13 @@ TEST(DesignTree, AnUnknownTypeHasItsNumberAndNoProperties) {
     EXPECT_TRUE(unknown.name().empty());
     EXPECT_EQ(unknown.value(u"Visible"), std::nullopt);
     EXPECT_EQ(unknown.storedValues().size(), 2u);
+    EXPECT_TRUE(design->others().empty());
+
+    const auto beside = designOf(form97().hex("ff 02 00  c8 00 01 fe 64 00 fd  98 00 fd"));
+    EXPECT_EQ(beside->sections().size(), 1u);
+    ASSERT_EQ(beside->others().size(), 1u);
+    EXPECT_EQ(beside->others()[0]->children().size(), 1u);
+    EXPECT_TRUE(beside->controls().empty());
 }
 
 } // namespace

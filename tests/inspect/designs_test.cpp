@@ -52,6 +52,8 @@ public:
             compareControls(a.at("controls"), b.at("controls"));
         });
 
+        EXPECT_TRUE(design.at("unknown").empty());
+        EXPECT_TRUE(design.at("others").empty());
         EXPECT_EQ(ours.at("typeInfo").at("agrees"), golden.at("typeInfoAgrees"));
         pairs(ours.at("typeInfo").at("entries"), golden.at("typeInfo"), [](const Json& a, const Json& b) {
             EXPECT_EQ(a.at("type"), b.at("type"));

@@ -174,6 +174,8 @@ Design::Design(StoredDesign stored, int codePage) : stored_(std::move(stored)), 
             groupLevels_.push_back(child);
         } else if (isControl(child->type())) {
             defaultBlocks_.push_back(child);
+        } else {
+            others_.push_back(child);
         }
     }
     for (const DesignObject& object : objects_) {

@@ -88,6 +88,8 @@ public:
     const std::vector<const DesignObject*>& defaultBlocks() const { return defaultBlocks_; }
     const std::vector<const DesignObject*>& groupLevels() const { return groupLevels_; } // level 0 first
     const std::vector<const DesignObject*>& sections() const { return sections_; }       // as on the screen
+    // Objects right below the root whose type nobody has named and that cannot be controls.
+    const std::vector<const DesignObject*>& others() const { return others_; }
     const DesignObject* section(int index) const; // by DesignObject::sectionIndex; nullptr when there is none
     // Section after section in stored order, each control before its children: labels, option buttons, pages.
     const std::vector<const DesignObject*>& controls() const { return controls_; }
@@ -103,7 +105,7 @@ private:
     StoredDesign stored_;
     int codePage_;
     std::deque<DesignObject> objects_; // in stored order, the root first
-    std::vector<const DesignObject*> defaultBlocks_, groupLevels_, sections_, controls_;
+    std::vector<const DesignObject*> defaultBlocks_, groupLevels_, sections_, others_, controls_;
 };
 
 } // namespace relvane::access
