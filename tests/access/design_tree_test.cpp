@@ -122,6 +122,7 @@ TEST(DesignTree, ControlsKnowTheirGroupPageLabelAndSection) {
     EXPECT_EQ(option[u"OptionValue"], number(7));
     EXPECT_EQ(option.attachedLabel()->parent(), &option);
     EXPECT_EQ(design->findControl(u"G")->attachedLabel()->name(), u"L");
+    EXPECT_FALSE(design->findControl(u"L")->isInOptionGroup()); // the group's own label
     const DesignObject& check = *design->findControl(u"X");
     EXPECT_FALSE(check.isInOptionGroup());
     EXPECT_EQ(check.attachedLabel(), nullptr);

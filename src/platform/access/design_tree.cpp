@@ -51,6 +51,12 @@ const DesignObject* DesignObject::section() const {
     return object;
 }
 
+bool DesignObject::isInOptionGroup() const {
+    const bool isChoice = type() == DesignType::OptionButton || type() == DesignType::CheckBox ||
+                          type() == DesignType::ToggleButton;
+    return isChoice && parent_->type() == DesignType::OptionGroup;
+}
+
 const DesignObject* DesignObject::attachedLabel() const {
     const auto label = std::ranges::find(children_, DesignType::Label, &DesignObject::type);
     return label == children_.end() ? nullptr : *label;

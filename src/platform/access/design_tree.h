@@ -33,7 +33,8 @@ public:
     const DesignObject* section() const;
     // A control right below the root is no control but the values that new ones of its type begin with.
     bool isDefaultBlock() const { return isControl(type()) && parent_->parent_ == nullptr; }
-    bool isInOptionGroup() const { return parent_ != nullptr && parent_->type() == DesignType::OptionGroup; }
+    // A choice of an option group: an option button, check box or toggle button right inside one.
+    bool isInOptionGroup() const;
     const DesignObject* attachedLabel() const; // nullptr when it has none
 
     // Section(n) of the object model: 0 detail, 1 and 2 header and footer of the form or report, 3 and 4 those of
