@@ -92,7 +92,7 @@ void writeDatabaseRow(AnalysisContext& context) {
     row.Collect(u"Sstatusbar", context.StartupStatusBarFlag);
     row.Collect(u"Sallowshortcutbar", context.StartupShortcutFlag);
     row.Collect(u"Stoolbar", context.StartupToolbarFlag);
-    if (const dao::Property* version = lastProperty(target.Properties(), u"AccessVersion")) {
+    if (const auto version = lastProperty(target.Properties(), u"AccessVersion")) {
         row.Collect(u"AccessVersion", version->value);
     }
     row.Update();

@@ -8,18 +8,17 @@ Text cutText(TextView text, std::int64_t length) {
     return RTrim(Left(text, length));
 }
 
-const dao::Property* lastProperty(dao::Properties& properties, TextView name) {
+std::optional<dao::Property> lastProperty(dao::Properties& properties, TextView name) {
     for (int i = properties.Count() - 1; i >= 0; --i) {
-        const dao::Property& property = properties.Item(i);
-        if (property.Name == name) {
-            return &property;
+        if (properties.Name(i) == name) {
+            return properties.Item(i);
         }
     }
-    return nullptr;
+    return std::nullopt;
 }
 
 void writeDescription(Recordset& row, dao::Properties& properties) {
-    if (const dao::Property* description = lastProperty(properties, u"Description")) {
+    if (const auto description = lastProperty(properties, u"Description")) {
         row.Collect(u"Description", description->value);
     }
 }

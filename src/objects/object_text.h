@@ -2,6 +2,8 @@
 // the kind of a link.
 #pragma once
 
+#include <optional>
+
 #include "core/analysis_context.h"
 
 namespace relvane {
@@ -9,9 +11,9 @@ namespace relvane {
 // The first `length` characters without the blanks at their end.
 Text cutText(TextView text, std::int64_t length);
 
-// The last property of exactly that name, nullptr without one. The search begins at the end, since what a person added
+// The last property of exactly that name, if there is one. The search begins at the end, since what a person added
 // stands behind the built-in properties.
-const dao::Property* lastProperty(dao::Properties& properties, TextView name);
+std::optional<dao::Property> lastProperty(dao::Properties& properties, TextView name);
 
 // Writes the description into the field of that name of the cursor's new row; without one the field is not written.
 void writeDescription(Recordset& row, dao::Properties& properties);

@@ -8,6 +8,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/recordset.h"
@@ -43,23 +45,38 @@ struct Property {
     bool builtIn = false; // a member of the object's class, not stored by a user or by Access
 };
 
+// What a list of properties is made from. The objects of a database have half a million properties of which most are
+// never asked for, so that a value is made when it is.
+class PropertySource {
+public:
+    virtual ~PropertySource() = default;
+    virtual int Count() const = 0;
+    virtual TextView Name(int position) const = 0; // of a position below Count()
+    virtual Property Item(int position) const = 0;
+};
+
 // The properties of one object: the built-in ones first, then the stored ones in the file's order. So a walk
 // from the last position down meets "Description" early.
 class Properties {
 public:
     Properties() = default;
-    explicit Properties(std::vector<Property> properties) : properties_(std::move(properties)) {}
+    explicit Properties(std::vector<Property> properties);
+    explicit Properties(std::shared_ptr<const PropertySource> source) : source_(std::move(source)) {}
 
-    int Count() const { return static_cast<int>(properties_.size()); }
-    const Property& Item(int position) const;     // error 3265
-    const Property* find(TextView name) const;    // nullptr when there is none
-    const Value& operator()(TextView name) const; // error 3270
+    int Count() const { return source_ == nullptr ? 0 : source_->Count(); }
+    TextView Name(int position) const;                 // error 3265; without making the value
+    Property Item(int position) const;                 // error 3265
+    std::optional<Property> find(TextView name) const; // nothing when there is none
+    Value operator()(TextView name) const;             // error 3270
 
     // Sets a property in memory only: the target's file is never written. Error 3270 when it is absent.
     void set(TextView name, Value value);
 
 private:
-    std::vector<Property> properties_;
+    std::optional<int> placeOf(TextView name) const;
+
+    std::shared_ptr<const PropertySource> source_;
+    std::vector<std::pair<int, Value>> changed_; // by position
 };
 
 template <class T>
@@ -167,7 +184,8 @@ public:
     virtual bool ReturnsRecords() const = 0;
     virtual bool Updatable() const = 0;
     virtual std::int32_t RecordsAffected() const = 0;
-    virtual const Collection<Field>& Fields() = 0; // none when they cannot be found out: a source is not there ...
+    virtual const Collection<Field>&
+    Fields() = 0; // none when they cannot be found out: a source is not there ...
     virtual dao::Properties& Properties() = 0;
 };
 

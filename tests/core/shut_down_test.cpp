@@ -56,7 +56,7 @@ TEST_F(ShutDown, TargetWithoutStartupFormGetsNone) {
     select();
     EXPECT_FALSE(press(form().m1z));
     EXPECT_EQ(target->stored.Count(), 1);
-    EXPECT_EQ(target->stored.find(u"StartupForm"), nullptr);
+    EXPECT_FALSE(target->stored.find(u"StartupForm"));
     EXPECT_FALSE(desk->failed());
 }
 

@@ -78,7 +78,7 @@ void compareIndexes(const TableSpec& table, dao::TableDef& found) {
     for (const IndexSpec& index : table.indexes) {
         SCOPED_TRACE(toUtf8(index.name));
         dao::Index* other = found.Indexes().find(index.name);
-        ASSERT_NE(other, nullptr);
+        ASSERT_TRUE(other);
         EXPECT_EQ(other->Primary(), index.primary);
         EXPECT_EQ(other->Unique(), index.primary || index.unique);
         EXPECT_EQ(other->IgnoreNulls(), index.ignoreNulls);
@@ -118,8 +118,8 @@ void compareRows(const TableSpec& table, dao::Database& database, int codePage) 
 void compareProperties(const std::vector<PropertySpec>& expected, const dao::Properties& found) {
     for (const PropertySpec& property : expected) {
         SCOPED_TRACE(toUtf8(property.name));
-        const dao::Property* other = found.find(property.name);
-        ASSERT_NE(other, nullptr);
+        const auto other = found.find(property.name);
+        ASSERT_TRUE(other);
         EXPECT_TRUE(other->value == property.value);
         if (property.type != 0) {
             EXPECT_EQ(other->Type, property.type);

@@ -68,7 +68,7 @@ TEST_F(SampleRoundTrip, DatabaseMadeByDaoAloneHasNoContainersOfAccess) {
     const auto database = write(spec);
     EXPECT_EQ(database->TableDefs().Count(), 4);
     EXPECT_EQ(database->Containers().Count(), 3);
-    EXPECT_EQ(database->Properties().find(u"AccessVersion"), nullptr);
+    EXPECT_FALSE(database->Properties().find(u"AccessVersion"));
 }
 
 TEST_F(SampleRoundTrip, EveryColumnTypeKeepsItsLimits) {

@@ -23,8 +23,8 @@ bool isOfAccess2(const Text& path) {
 
 // A file without the property was made by DAO alone; Access 97 opens it.
 bool isOfAccess95(dao::Database& database) {
-    const dao::Property* version = database.Properties().find(u"AccessVersion");
-    return jet::fileOf(database)->header().isJet3() && version != nullptr &&
+    const auto version = database.Properties().find(u"AccessVersion");
+    return jet::fileOf(database)->header().isJet3() && version &&
            toText(version->value) < access97;
 }
 

@@ -16,27 +16,31 @@ public:
     Text Name() const override { return entry_.name; }
     Value DateCreated() const override { return entry_.created; }
     Value LastUpdated() const override { return entry_.updated; }
-    dao::Properties& Properties() override {
-        if (!properties_) {
-            const PropertyBlob stored = file_->catalogue().properties(entry_, PropertyScope::ObjectAlone);
-            properties_ = joinProperties(
-                {
-                    builtIn(u"Name", 10, Name()),
-                    builtIn(u"Container", 10, container_.name),
-                    builtIn(u"DateCreated", 8, DateCreated()),
-                    builtIn(u"LastUpdated", 8, LastUpdated()),
-                },
-                &stored.ofObject);
-        }
-        return *properties_;
-    }
+    Text Container() const { return container_.name; }
+    dao::Properties& Properties() override;
 
 private:
     std::shared_ptr<const JetFile> file_;
     const CatalogueEntry& entry_;
     const CatalogueEntry& container_;
+    std::vector<StoredProperty> stored_; // read with the list of properties
     std::optional<dao::Properties> properties_;
 };
+
+constexpr BuiltIn<Document> builtIns[] = {
+    {u"Name", 10, answerOf<&Document::Name>},
+    {u"Container", 10, answerOf<&Document::Container>},
+    {u"DateCreated", 8, answerOf<&Document::DateCreated>},
+    {u"LastUpdated", 8, answerOf<&Document::LastUpdated>},
+};
+
+dao::Properties& Document::Properties() {
+    if (!properties_) {
+        stored_ = file_->catalogue().properties(entry_, PropertyScope::ObjectAlone).ofObject;
+        properties_ = propertiesOf(*this, builtIns, &stored_);
+    }
+    return *properties_;
+}
 
 class Container : public dao::Container {
 public:

@@ -137,24 +137,27 @@ const dao::Collection<dao::Relation>& Database::Relations() {
     return *relations_;
 }
 
+namespace {
+
+constexpr BuiltIn<Database> builtIns[] = {
+    {u"Name", 12, answerOf<&Database::Name>},
+    {u"Connect", 12, [](Database&) { return Value(Text()); }},
+    {u"Transactions", 1, [](Database&) { return Value(true); }},
+    {u"Updatable", 1, answerOf<&Database::Updatable>},
+    {u"CollatingOrder", 3, answerOf<&Database::CollatingOrder>},
+    {u"QueryTimeout", 3, answerOf<&Database::QueryTimeout>},
+    {u"Version", 12, answerOf<&Database::Version>},
+    {u"RecordsAffected", 4, [](Database&) { return Value(std::int64_t{0}); }},
+};
+
+} // namespace
+
 dao::Properties& Database::Properties() {
     if (!properties_) {
-        PropertyBlob stored;
         if (const CatalogueEntry* entry = file_->catalogue().find(ObjectType::Database, u"MSysDb")) {
-            stored = file_->catalogue().properties(*entry);
+            stored_ = file_->catalogue().properties(*entry).ofObject;
         }
-        properties_ = joinProperties(
-            {
-                builtIn(u"Name", 12, Name()),
-                builtIn(u"Connect", 12, Text()),
-                builtIn(u"Transactions", 1, true),
-                builtIn(u"Updatable", 1, Updatable()),
-                builtIn(u"CollatingOrder", 3, std::int64_t{file_->header().sortOrder}),
-                builtIn(u"QueryTimeout", 3, std::int64_t{QueryTimeout()}),
-                builtIn(u"Version", 12, Version()),
-                builtIn(u"RecordsAffected", 4, std::int64_t{0}),
-            },
-            &stored.ofObject);
+        properties_ = propertiesOf(*this, builtIns, &stored_);
     }
     return *properties_;
 }

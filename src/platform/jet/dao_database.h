@@ -28,6 +28,7 @@ public:
     Text Version() const override;
     int QueryTimeout() const override { return 60; }
     bool Updatable() const override { return updatable_; }
+    int CollatingOrder() const { return file_->header().sortOrder; }
     const dao::Collection<dao::TableDef>& TableDefs() override { return tables_; }
     const dao::Collection<dao::QueryDef>& QueryDefs() override { return queries_; }
     const dao::Collection<dao::Container>& Containers() override { return containers_; }
@@ -64,6 +65,7 @@ private:
     dao::Collection<dao::QueryDef> queries_;
     dao::Collection<dao::Container> containers_;
     std::optional<dao::Collection<dao::Relation>> relations_;
+    std::vector<StoredProperty> stored_; // read with the list of properties
     std::optional<dao::Properties> properties_;
 };
 

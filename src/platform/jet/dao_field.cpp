@@ -72,36 +72,39 @@ public:
     int OrdinalPosition() const override { return facts_.ordinal; }
     Text SourceField() const override { return facts_.name; }
     Text SourceTable() const override { return facts_.table; }
-    dao::Properties& Properties() override {
-        if (!properties_) {
-            properties_ = joinProperties(
-                {
-                    builtIn(u"Attributes", 4, std::int64_t{facts_.attributes}),
-                    builtIn(u"CollatingOrder", 4, std::int64_t{facts_.collatingOrder}),
-                    builtIn(u"Type", 3, std::int64_t{facts_.type}),
-                    builtIn(u"Name", 10, facts_.name),
-                    builtIn(u"OrdinalPosition", 3, std::int64_t{facts_.ordinal}),
-                    builtIn(u"Size", 4, std::int64_t{facts_.size}),
-                    builtIn(u"SourceField", 10, facts_.name),
-                    builtIn(u"SourceTable", 10, facts_.table),
-                    builtIn(u"ValidateOnSet", 1, false),
-                    builtIn(u"DataUpdatable", 1, true),
-                    builtIn(u"DefaultValue", 12, facts_.defaultValue),
-                    builtIn(u"ValidationRule", 12, facts_.validationRule),
-                    builtIn(u"ValidationText", 12, facts_.validationText),
-                    builtIn(u"Required", 1, facts_.required),
-                    builtIn(u"AllowZeroLength", 1, facts_.allowZeroLength),
-                },
-                stored_.get());
-        }
-        return *properties_;
-    }
+    std::int32_t CollatingOrder() const { return facts_.collatingOrder; }
+    dao::Properties& Properties() override;
 
 private:
     FieldFacts facts_;
     ColumnProperties stored_;
     std::optional<dao::Properties> properties_; // made when asked for: most walks never do
 };
+
+constexpr BuiltIn<TableField> builtIns[] = {
+    {u"Attributes", 4, answerOf<&TableField::Attributes>},
+    {u"CollatingOrder", 4, answerOf<&TableField::CollatingOrder>},
+    {u"Type", 3, answerOf<&TableField::Type>},
+    {u"Name", 10, answerOf<&TableField::Name>},
+    {u"OrdinalPosition", 3, answerOf<&TableField::OrdinalPosition>},
+    {u"Size", 4, answerOf<&TableField::Size>},
+    {u"SourceField", 10, answerOf<&TableField::SourceField>},
+    {u"SourceTable", 10, answerOf<&TableField::SourceTable>},
+    {u"ValidateOnSet", 1, [](TableField&) { return Value(false); }},
+    {u"DataUpdatable", 1, [](TableField&) { return Value(true); }},
+    {u"DefaultValue", 12, answerOf<&TableField::DefaultValue>},
+    {u"ValidationRule", 12, answerOf<&TableField::ValidationRule>},
+    {u"ValidationText", 12, answerOf<&TableField::ValidationText>},
+    {u"Required", 1, answerOf<&TableField::Required>},
+    {u"AllowZeroLength", 1, answerOf<&TableField::AllowZeroLength>},
+};
+
+dao::Properties& TableField::Properties() {
+    if (!properties_) {
+        properties_ = propertiesOf(*this, builtIns, stored_.get());
+    }
+    return *properties_;
+}
 
 class TableIndex : public dao::Index {
 public:

@@ -1,36 +1,6 @@
 #include "jet/dao_properties.h"
 
-#include <algorithm>
-
 namespace relvane::jet {
-
-dao::Properties joinProperties(std::initializer_list<BuiltInProperty> builtIns,
-                               const std::vector<StoredProperty>* stored) {
-    std::vector<dao::Property> properties;
-    properties.reserve(builtIns.size() + (stored == nullptr ? 0 : stored->size()));
-    for (const BuiltInProperty& property : builtIns) {
-        properties.push_back({.Name = dao::PropertyName::ofLiteral(property.name),
-                              .value = std::move(property.value),
-                              .Type = property.type,
-                              .builtIn = true});
-    }
-    if (stored == nullptr) {
-        return dao::Properties(std::move(properties));
-    }
-    for (const StoredProperty& property : *stored) {
-        const bool known = std::ranges::any_of(builtIns, [&](const BuiltInProperty& other) {
-            return equalsIgnoringCase(other.name, property.name);
-        });
-        if (!known) {
-            properties.push_back({.Name = property.name,
-                                  .value = property.value,
-                                  .Type = property.type,
-                                  .needsDesignPermission = property.needsDesignPermission});
-        }
-    }
-    return dao::Properties(std::move(properties));
-}
-
 namespace {
 
 const Value* storedValue(const std::vector<StoredProperty>* stored, TextView name) {

@@ -1,7 +1,10 @@
 // Properties as DAO lists them: the members of the object's class first, what is stored in the file behind them.
 #pragma once
 
-#include <initializer_list>
+#include <algorithm>
+#include <memory>
+#include <span>
+#include <type_traits>
 #include <vector>
 
 #include "jet/property_blob.h"
@@ -9,21 +12,77 @@
 
 namespace relvane::jet {
 
-// A member of the object's class on its way into a list. A braced list hands out its elements as constants; the
-// value is mutable so that it is moved on from there: a database has a hundred thousand of them.
-struct BuiltInProperty { // `name` is a literal
-    TextView name;
+// A member of a class whose objects list it among their properties.
+template <class Object>
+struct BuiltIn {
+    TextView name; // a literal
     int type;
-    mutable Value value;
+    Value (*value)(Object&);
 };
-inline BuiltInProperty builtIn(TextView name, int type, Value value) {
-    return {name, type, std::move(value)};
+
+// What the member function answers, for a row of a class's built-in properties.
+template <auto member, class Object>
+Value answerOf(Object& object) {
+    if constexpr (std::is_same_v<decltype((object.*member)()), int>) {
+        return std::int64_t{(object.*member)()};
+    } else {
+        return (object.*member)();
+    }
 }
 
-// A stored property that a built-in one answers for already is left out; the others keep order and spelling.
-// Takes the values out of `builtIns`.
-dao::Properties joinProperties(std::initializer_list<BuiltInProperty> builtIns,
-                               const std::vector<StoredProperty>* stored);
+// The properties of an object that outlives them: its built-in ones, and of the stored ones those that no built-in
+// one answers for, in their order and spelling. `stored` may be null.
+template <class Object>
+class ObjectProperties : public dao::PropertySource {
+public:
+    ObjectProperties(Object& object, std::span<const BuiltIn<Object>> builtIns,
+                     const std::vector<StoredProperty>* stored)
+        : object_(object), builtIns_(builtIns) {
+        const auto isBuiltIn = [&](const StoredProperty& property) {
+            return std::ranges::any_of(builtIns, [&](const BuiltIn<Object>& builtIn) {
+                return equalsIgnoringCase(builtIn.name, property.name);
+            });
+        };
+        for (std::size_t i = 0; stored != nullptr && i < stored->size(); ++i) {
+            if (!isBuiltIn((*stored)[i])) {
+                stored_.push_back(&(*stored)[i]);
+            }
+        }
+    }
+
+    int Count() const override { return static_cast<int>(builtIns_.size() + stored_.size()); }
+    TextView Name(int position) const override {
+        const auto place = static_cast<std::size_t>(position);
+        return place < builtIns_.size() ? builtIns_[place].name : stored_[place - builtIns_.size()]->name;
+    }
+    dao::Property Item(int position) const override {
+        const auto place = static_cast<std::size_t>(position);
+        if (place < builtIns_.size()) {
+            const BuiltIn<Object>& builtIn = builtIns_[place];
+            return {.Name = dao::PropertyName::ofLiteral(builtIn.name),
+                    .value = builtIn.value(object_),
+                    .Type = builtIn.type,
+                    .builtIn = true};
+        }
+        const StoredProperty& stored = *stored_[place - builtIns_.size()];
+        return {.Name = stored.name,
+                .value = stored.value,
+                .Type = stored.type,
+                .needsDesignPermission = stored.needsDesignPermission};
+    }
+
+private:
+    Object& object_;
+    std::span<const BuiltIn<Object>> builtIns_;
+    std::vector<const StoredProperty*> stored_;
+};
+
+// `builtIns` is a table that lives as long as the program.
+template <class Object, std::size_t count>
+dao::Properties propertiesOf(Object& object, const BuiltIn<Object> (&builtIns)[count],
+                             const std::vector<StoredProperty>* stored) {
+    return dao::Properties(std::make_shared<ObjectProperties<Object>>(object, builtIns, stored));
+}
 
 // The value of a stored property; `fallback` when it is absent or of another kind. `stored` may be null.
 Text storedText(const std::vector<StoredProperty>* stored, TextView name);

@@ -22,21 +22,10 @@ bool namesField(TextView stored, TextView field) {
 class QueryDefField : public dao::Field {
 public:
     QueryDefField(QueryField field, int position, const std::vector<StoredProperty>* stored)
-        : name_(std::move(field.name)), origin_(std::move(field.origin)), position_(position) {
-        properties_ = joinProperties(
-            {
-                builtIn(u"Attributes", 4, std::int64_t{Attributes()}),
-                builtIn(u"Type", 3, std::int64_t{Type()}),
-                builtIn(u"Name", 10, name_),
-                builtIn(u"OrdinalPosition", 3, std::int64_t{position_}),
-                builtIn(u"Size", 4, std::int64_t{Size()}),
-                builtIn(u"SourceField", 10, SourceField()),
-                builtIn(u"SourceTable", 10, SourceTable()),
-                builtIn(u"DefaultValue", 12, DefaultValue()),
-                builtIn(u"AllowZeroLength", 1, AllowZeroLength()),
-            },
-            stored);
-    }
+        : name_(std::move(field.name)),
+          origin_(std::move(field.origin)),
+          position_(position),
+          stored_(stored) {}
 
     Text Name() const override { return name_; }
     int Type() const override { return origin_->type; }
@@ -55,13 +44,55 @@ public:
     int OrdinalPosition() const override { return position_; }
     Text SourceField() const override { return origin_->sourceField; }
     Text SourceTable() const override { return origin_->sourceTable; }
-    dao::Properties& Properties() override { return properties_; }
+    dao::Properties& Properties() override;
 
 private:
     Text name_;
     std::shared_ptr<const FieldOrigin> origin_;
     int position_;
-    dao::Properties properties_;
+    const std::vector<StoredProperty>* stored_; // of the query, which outlives its fields
+    std::optional<dao::Properties> properties_;
+};
+
+constexpr BuiltIn<QueryDefField> builtInsOfField[] = {
+    {u"Attributes", 4, answerOf<&QueryDefField::Attributes>},
+    {u"Type", 3, answerOf<&QueryDefField::Type>},
+    {u"Name", 10, answerOf<&QueryDefField::Name>},
+    {u"OrdinalPosition", 3, answerOf<&QueryDefField::OrdinalPosition>},
+    {u"Size", 4, answerOf<&QueryDefField::Size>},
+    {u"SourceField", 10, answerOf<&QueryDefField::SourceField>},
+    {u"SourceTable", 10, answerOf<&QueryDefField::SourceTable>},
+    {u"DefaultValue", 12, answerOf<&QueryDefField::DefaultValue>},
+    {u"AllowZeroLength", 1, answerOf<&QueryDefField::AllowZeroLength>},
+};
+
+dao::Properties& QueryDefField::Properties() {
+    if (!properties_) {
+        properties_ = propertiesOf(*this, builtInsOfField, stored_);
+    }
+    return *properties_;
+}
+
+// A text that cannot be made must not hide the description.
+template <Text (QueryDef::*text)()>
+Value textOrNull(QueryDef& query) {
+    Value value = Null{};
+    skipErrors([&] { value = (query.*text)(); });
+    return value;
+}
+
+constexpr BuiltIn<QueryDef> builtIns[] = {
+    {u"Name", 10, answerOf<&QueryDef::Name>},
+    {u"DateCreated", 8, answerOf<&QueryDef::DateCreated>},
+    {u"LastUpdated", 8, answerOf<&QueryDef::LastUpdated>},
+    {u"Type", 3, answerOf<&QueryDef::Type>},
+    {u"SQL", 12, textOrNull<&QueryDef::SQL>},
+    {u"Updatable", 1, answerOf<&QueryDef::Updatable>},
+    {u"Connect", 12, textOrNull<&QueryDef::Connect>},
+    {u"ReturnsRecords", 1, answerOf<&QueryDef::ReturnsRecords>},
+    {u"ODBCTimeout", 3, answerOf<&QueryDef::ODBCTimeout>},
+    {u"RecordsAffected", 4, answerOf<&QueryDef::RecordsAffected>},
+    {u"MaxRecords", 4, answerOf<&QueryDef::MaxRecords>},
 };
 
 } // namespace
@@ -122,26 +153,7 @@ const dao::Collection<dao::Field>& QueryDef::Fields() {
 
 dao::Properties& QueryDef::Properties() {
     if (!properties_) {
-        // A text that cannot be made must not hide the description.
-        Value sql = Null{};
-        Value connect = Null{};
-        skipErrors([&] { sql = SQL(); });
-        skipErrors([&] { connect = Connect(); });
-        properties_ = joinProperties(
-            {
-                builtIn(u"Name", 10, Name()),
-                builtIn(u"DateCreated", 8, DateCreated()),
-                builtIn(u"LastUpdated", 8, LastUpdated()),
-                builtIn(u"Type", 3, std::int64_t{Type()}),
-                builtIn(u"SQL", 12, std::move(sql)),
-                builtIn(u"Updatable", 1, Updatable()),
-                builtIn(u"Connect", 12, std::move(connect)),
-                builtIn(u"ReturnsRecords", 1, ReturnsRecords()),
-                builtIn(u"ODBCTimeout", 3, std::int64_t{ODBCTimeout()}),
-                builtIn(u"RecordsAffected", 4, std::int64_t{RecordsAffected()}),
-                builtIn(u"MaxRecords", 4, std::int64_t{MaxRecords()}),
-            },
-            &stored().ofObject);
+        properties_ = propertiesOf(*this, builtIns, &stored().ofObject);
     }
     return *properties_;
 }

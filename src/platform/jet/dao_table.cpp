@@ -92,25 +92,39 @@ const dao::Collection<dao::Index>& TableDef::Indexes() {
     return *indexes_;
 }
 
+namespace {
+
+Value recordCountOf(TableDef& table) {
+    std::int32_t count = -1;
+    skipErrors([&] { count = table.RecordCount(); }); // a damaged definition must not hide the description
+    return std::int64_t{count};
+}
+
+constexpr BuiltIn<TableDef> builtIns[] = {
+    {u"Name", 10, answerOf<&TableDef::Name>},
+    {u"Updatable", 1, answerOf<&TableDef::Updatable>},
+    {u"DateCreated", 8, answerOf<&TableDef::DateCreated>},
+    {u"LastUpdated", 8, answerOf<&TableDef::LastUpdated>},
+    {u"Connect", 12, answerOf<&TableDef::Connect>},
+    {u"Attributes", 4, answerOf<&TableDef::Attributes>},
+    {u"SourceTableName", 10, answerOf<&TableDef::SourceTableName>},
+    {u"RecordCount", 4, recordCountOf},
+    {u"ValidationRule", 12, answerOf<&TableDef::ValidationRule>},
+    {u"ValidationText", 12, answerOf<&TableDef::ValidationText>},
+};
+
+} // namespace
+
+Text TableDef::ValidationRule() const {
+    return storedText(&stored()->ofObject, u"ValidationRule");
+}
+Text TableDef::ValidationText() const {
+    return storedText(&stored()->ofObject, u"ValidationText");
+}
+
 dao::Properties& TableDef::Properties() {
     if (!properties_) {
-        const auto* properties = &stored()->ofObject;
-        std::int32_t count = -1;
-        skipErrors([&] { count = RecordCount(); }); // a damaged definition must not hide the description
-        properties_ = joinProperties(
-            {
-                builtIn(u"Name", 10, Name()),
-                builtIn(u"Updatable", 1, Updatable()),
-                builtIn(u"DateCreated", 8, DateCreated()),
-                builtIn(u"LastUpdated", 8, LastUpdated()),
-                builtIn(u"Connect", 12, Connect()),
-                builtIn(u"Attributes", 4, std::int64_t{Attributes()}),
-                builtIn(u"SourceTableName", 10, SourceTableName()),
-                builtIn(u"RecordCount", 4, std::int64_t{count}),
-                builtIn(u"ValidationRule", 12, storedText(properties, u"ValidationRule")),
-                builtIn(u"ValidationText", 12, storedText(properties, u"ValidationText")),
-            },
-            properties);
+        properties_ = propertiesOf(*this, builtIns, &stored()->ofObject);
     }
     return *properties_;
 }

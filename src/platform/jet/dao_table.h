@@ -30,6 +30,8 @@ public:
     const dao::Collection<dao::Index>& Indexes() override;
     dao::Properties& Properties() override;
 
+    Text ValidationRule() const;
+    Text ValidationText() const;
     bool isLink() const { return entry_.type != ObjectType::Table; }
     // Where the rows lie: this file and its table, or those of the back end, with the errors of opening it.
     struct Source {
