@@ -74,8 +74,8 @@ const Table* JetFile::findTable(TextView name) const {
     return entry == nullptr ? nullptr : &table(*entry);
 }
 
-void JetFile::readQueries() const {
-    std::unordered_map<std::int32_t, std::vector<QueryRow>> queries;
+JetFile::Queries JetFile::readQueries() const {
+    Queries queries;
     const Table& table = tableAt(queriesPage);
     RowCursor cursor(table);
     std::uint64_t units = 0;
@@ -97,13 +97,21 @@ void JetFile::readQueries() const {
                                                      : left.order < right.order;
         });
     }
-    queries_ = std::move(queries);
+    return queries;
 }
 
 const std::vector<QueryRow>& JetFile::queryRows(const CatalogueEntry& query) const {
     static const std::vector<QueryRow> none;
+    if (queriesFault_) {
+        throw RunTimeError(*queriesFault_);
+    }
     if (!queries_) {
-        readQueries();
+        try {
+            queries_ = readQueries();
+        } catch (const RunTimeError& error) {
+            queriesFault_ = error;
+            throw;
+        }
     }
     const auto found = queries_->find(query.id);
     return found == queries_->end() ? none : found->second;

@@ -40,12 +40,15 @@ public:
 
 private:
     const Table& tableAt(std::uint32_t page) const;
-    void readQueries() const;
+    using Queries = std::unordered_map<std::int32_t, std::vector<QueryRow>>; // by object
+    Queries readQueries() const;
 
     PageFile pages_;
     std::unique_ptr<Catalogue> catalogue_;
     mutable std::unordered_map<std::uint32_t, std::unique_ptr<Table>> tables_; // by definition page
-    mutable std::optional<std::unordered_map<std::int32_t, std::vector<QueryRow>>> queries_; // by object
+    mutable std::optional<Queries> queries_;
+    mutable std::optional<RunTimeError>
+        queriesFault_; // of a damaged table, which is not read again for each query
     mutable std::optional<std::vector<RelationRow>> relations_;
 };
 
