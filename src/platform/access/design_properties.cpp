@@ -505,7 +505,8 @@ constexpr PropertyFact optionGroup[] = {
 };
 
 // Rare in files of Access 97: the table rests on later versions. BackColor and BorderColor stand in the other order
-// than in all other types, as the numbers of later versions show. Its events, at df to ee, were never met.
+// than in all other types, as the numbers of later versions show. Its events, at df to ee, were never met. The
+// built-in width is inferred.
 constexpr PropertyFact boundObjectFrame[] = {
     {0x00, Flag, u"Visible", true},
     {0x01, Flag, u"Enabled", true, inferred},
@@ -818,6 +819,7 @@ constexpr PropertyFact comboBox[] = {
 };
 
 // Link fields and SourceObject are known by content. AutoLabel stands before AddColon, which later versions confirm.
+// The built-in width is a guess.
 constexpr PropertyFact subform[] = {
     {0x00, Flag, u"Visible", true},
     {0x01, Flag, u"Enabled", true},
@@ -854,7 +856,8 @@ constexpr PropertyFact subform[] = {
 };
 
 // Charts are object frames with a row source and keep the same places. Enabled False and Locked True are taken as
-// built in, because frames that are neither store the flags; whether that holds for charts is open.
+// built in, because frames that are neither store the flags; whether that holds for charts is open. The built-in
+// size is a guess, but for that of charts, whose height is proved and whose width is inferred.
 constexpr PropertyFact objectFrame[] = {
     {0x00, Flag, u"Visible", true, inferred},
     {0x01, Flag, u"ColumnHeads", false},

@@ -20,6 +20,9 @@ const KindFacts& factsOf(DesignKind kind) {
     return kind == DesignKind::Form ? form : report;
 }
 
+// MSysModules2.Type of a module of its own, whose name may begin like that of a form's.
+constexpr std::int32_t standardModule = 32775;
+
 Text rowName(DesignKind kind, TextView name) {
     Text full(factsOf(kind).rowPrefix);
     full += name;
@@ -65,7 +68,9 @@ void DesignSource::readModuleRows() {
         jet::RowCursor cursor(*modules_);
         while (const auto pointer = cursor.next()) {
             skipErrors([&] {
-                if (const auto name = jet::NamedRow(*modules_, *pointer).text(u"Name")) {
+                const jet::NamedRow row(*modules_, *pointer);
+                const auto name = row.text(u"Name");
+                if (name && row.number(u"Type") != standardModule) {
                     moduleRows_.emplace(upperCase(*name), *pointer);
                 }
             });
