@@ -58,6 +58,30 @@ TEST(DesignTree, AValueIsTheOwnOneOrTheBlocksOrBuiltIn) {
     EXPECT_EQ(skipErrors([&] { second[u"NoSuchProperty"]; }), 438);
 }
 
+TEST(DesignTree, AHostOfBlocksDoesNotSlowTheControls) {
+    // As many blocks and as many controls as their counts can say: by a search through the blocks for each value of
+    // each control this would take many minutes.
+    constexpr std::size_t many = 65000;
+    StreamBytes stream = form97();
+    stream.hex("ff e9 fd"); // 65,001
+    for (std::size_t i = 0; i < many; ++i) {
+        stream.hex("64 00 fd");
+    }
+    stream.hex("98 00 ff e8 fd"); // 65,000
+    for (std::size_t i = 0; i < many; ++i) {
+        stream.hex("6d 00 fd");
+    }
+    const auto design = designOf(stream);
+    ASSERT_EQ(design->controls().size(), many);
+    std::size_t enabled = 0;
+    for (const DesignObject* control : design->controls()) {
+        for (const TextView name : {u"Enabled", u"Visible", u"Width", u"Height"}) {
+            enabled += control->value(name) == Value(true) ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(enabled, 2 * many);
+}
+
 TEST(DesignTree, BothNamesOfAPropertyFindIt) {
     const auto design = designOf(form97().hex("31 02 39 03 fe 98 00 fe 6d 00 35 04 dc 01 41 fd"));
     EXPECT_EQ(design->root()[u"RecordsetType"], number(2));

@@ -1,5 +1,5 @@
 // The tables behind design_properties.h. Each was put together from files of many hands: the comment before it says on
-// what its less certain places rest. A place between two others that is missing here was never met in any version.
+// what its less certain places rest. A place between two others that is missing here was never met, unless its comment says so.
 #include "access/design_properties.h"
 
 #include <algorithm>
@@ -505,8 +505,8 @@ constexpr PropertyFact optionGroup[] = {
 };
 
 // Rare in files of Access 97: the table rests on later versions. BackColor and BorderColor stand in the other order
-// than in all other types, as the numbers of later versions show. Its events, at df to ee, were never met. The
-// built-in width is inferred.
+// than in all other types, as the numbers of later versions show. Its events, at df to ee, have no names: one, at eb,
+// was met once in a later version, as was a number at 39. The built-in width is inferred.
 constexpr PropertyFact boundObjectFrame[] = {
     {0x00, Flag, u"Visible", true},
     {0x01, Flag, u"Enabled", true, inferred},

@@ -180,6 +180,7 @@ Design::Design(StoredDesign stored, int codePage) : stored_(std::move(stored)), 
             groupLevels_.push_back(child);
         } else if (isControl(child->type())) {
             defaultBlocks_.push_back(child);
+            blockOfType_.emplace(child->type(), child);
         } else {
             others_.push_back(child);
         }
@@ -201,8 +202,8 @@ DesignObject& Design::add(const StoredObject& stored, const DesignObject* parent
 }
 
 const DesignObject* Design::defaultBlock(DesignType type) const {
-    const auto found = std::ranges::find(defaultBlocks_, type, &DesignObject::type);
-    return found == defaultBlocks_.end() ? nullptr : *found;
+    const auto found = blockOfType_.find(type);
+    return found == blockOfType_.end() ? nullptr : found->second;
 }
 
 const DesignObject* Design::section(int index) const {

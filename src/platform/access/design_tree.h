@@ -8,6 +8,7 @@
 #pragma once
 
 #include <deque>
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -106,6 +107,7 @@ private:
     StoredDesign stored_;
     int codePage_;
     std::deque<DesignObject> objects_; // in stored order, the root first
+    std::map<DesignType, const DesignObject*> blockOfType_;
     std::vector<const DesignObject*> defaultBlocks_, groupLevels_, sections_, others_, controls_;
 };
 
