@@ -243,6 +243,14 @@ TEST_F(QueryFields, OfQueriesThatDrawOnThemselvesAreAnError) {
     EXPECT_EQ(errorOf(u"Self"), 3102);
 }
 
+// No file holds both, since the catalogue's index is unique; the query goes first and is not drawn on by itself.
+TEST_F(QueryFields, OfAQueryNamedLikeATableAreNeverFollowedInACircle) {
+    sources.query(u"Orders", select().source(u"Orders").column(u"Orders.*"));
+    sources.query(u"Over", select().source(u"Orders").column(u"Orders.*"));
+    EXPECT_EQ(errorOf(u"Orders"), 3102);
+    EXPECT_EQ(errorOf(u"Over"), 3102);
+}
+
 TEST_F(QueryFields, OfQueriesNestedTooDeepAreDamageInAnyOrderOfAsking) {
     sources.query(u"Q0", select().source(u"Orders").column(u"Orders.*"));
     for (int level = 1; level <= 17; ++level) {
