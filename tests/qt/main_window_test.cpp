@@ -7,105 +7,13 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QRadioButton>
-#include <filesystem>
 
-#include "access/target_application.h"
-#include "desk/desk.h"
-#include "jet/open_database.h"
+#include "program_window.h"
 #include "qt/gauge_line.h"
-#include "qt/preview_application.h"
 #include "qt/preview_canvas.h"
-#include "qt/preview_window.h"
-#include "qt/qt_dialogs.h"
-#include "qt/qt_text.h"
-#include "qt/windows.h"
-#include "sqlite/work_store.h"
-#include "support/samples.h"
-#include "system/linux_files.h"
-#include "system/linux_system.h"
-#include "window_test.h"
 
 using namespace relvane;
 using namespace relvane::qt;
-
-namespace {
-
-// A person who chooses files and answers boxes by what was prepared.
-class PreparedPerson : public Dialogs {
-public:
-    Text file;
-    std::vector<Text> boxes;
-    int MsgBox(const Text& text, int style, const Text&) override {
-        boxes.push_back(text);
-        return (style & 7) == yesNo ? boxYes : boxOk;
-    }
-    Text openFile(const Text&, const Text&, const Text&) override { return file; }
-    Text saveFile(const Text&, const Text&, const Text&) override { return file; }
-};
-
-// The program as app/relvane.cpp puts it together, in a folder of its own.
-struct Program {
-    test::TemporaryFolder folder;
-    PreparedPerson person;
-    LinuxFiles files;
-    LinuxSystem system{false};
-    Platform platform;
-    std::unique_ptr<Desk> desk;
-    std::unique_ptr<EventQueue> events;
-    std::unique_ptr<RelvaneWindow> window;
-    std::unique_ptr<SetUpWindow> setUp;
-
-    Program() {
-        for (const char* original : {"Relvane.mdb", "Relvane.dat"}) {
-            std::filesystem::copy_file(test::buildFolder() / "share/relvane" / original, folder / original);
-        }
-        person.file = fromQtPath(QString::fromStdString(test::ownSample("juchu.mdb").string()));
-        platform.dialogs = &person;
-        platform.files = &files;
-        platform.system = &system;
-        platform.openTarget = [this](const Text& path) {
-            return jet::openDatabase(path, {.resolveLink = std::bind_front(&Files::resolveLink, &files)});
-        };
-        platform.openWorkStore = openWorkStore;
-        platform.newTargetApplication = [] { return access::newTargetApplication(); };
-        platform.newReportApplication = [this] {
-            return std::make_shared<PreviewApplication>(
-                PreviewServices{.openWorkStore = openWorkStore, .now = [this] { return system.now(); }});
-        };
-        const Text path = fromQtPath(QString::fromStdString(folder.path().string()));
-        desk = std::make_unique<Desk>(platform, ProgramOptions{.appPath = path});
-        events = std::make_unique<EventQueue>(
-            [this](const std::function<void()>& event) { return desk->dispatch(event); });
-        window = std::make_unique<RelvaneWindow>(desk->frmRelvane, *events);
-        setUp = std::make_unique<SetUpWindow>(*window, desk->frmSetUp, *events);
-        events->fire([this] { desk->start({}); });
-    }
-    ~Program() {
-        setUp.reset();
-        window.reset();
-        desk.reset();
-    }
-
-    template <class Type>
-    Type* get(const char* name) {
-        return window->findChild<Type*>(QLatin1String(name));
-    }
-    PreviewWindow* preview() {
-        const auto shown = std::dynamic_pointer_cast<PreviewApplication>(desk->context.ReportApp);
-        return shown == nullptr ? nullptr : shown->window();
-    }
-    // The sample has an AutoExec macro, of which a box warns.
-    bool select() {
-        get<QAction>("m1a")->trigger();
-        if (person.boxes != std::vector<Text>{u"AutoExecマクロの名前を変更してから解析して下さい。"}) {
-            return false;
-        }
-        person.boxes.clear();
-        return get<QPushButton>("cmdObject")->isEnabled();
-    }
-};
-
-} // namespace
 
 class MainWindowTest : public QObject {
     Q_OBJECT

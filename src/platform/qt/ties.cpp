@@ -1,6 +1,7 @@
 #include "qt/ties.h"
 
 #include <QAction>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
@@ -67,7 +68,8 @@ public:
 class OptionTie : public TieOf<OptionButton, QRadioButton> {
 public:
     OptionTie(OptionButton& control, QRadioButton& widget, EventQueue& events)
-        : TieOf(control, widget, events) {
+        : TieOf(control, widget, events), group_(groupOf(control, *widget.parentWidget())) {
+        group_.addButton(&widget);
         connect(&widget, &QRadioButton::clicked, this, [this] {
             if (!control_.Value) { // the chosen one is not chosen again
                 events_.fire([this] { control_.group().choose(control_.index()); });
@@ -81,21 +83,30 @@ public:
             widget_.setChecked(true); // Qt clears the others of the group, as the form has done
             takeTabStop();
         } else if (widget_.isChecked()) {
-            widget_.setAutoExclusive(false); // else the last one of a group could not be cleared
+            group_.setExclusive(false); // else the last one of a group could not be cleared
             widget_.setChecked(false);
-            widget_.setAutoExclusive(true);
+            group_.setExclusive(true);
         }
     }
 
 private:
+    // Named, since Qt takes the buttons of a frame and of the frames within it for one group otherwise.
+    static QButtonGroup& groupOf(const OptionButton& control, QWidget& frame) {
+        const QString name = QStringLiteral("qt_group_") + QString::fromStdString(control.name());
+        auto* group = frame.findChild<QButtonGroup*>(name, Qt::FindDirectChildrenOnly);
+        if (group == nullptr) {
+            group = new QButtonGroup(&frame);
+            group->setObjectName(name);
+        }
+        return *group;
+    }
     // Tab stops at the chosen button of a group; the arrow keys go on from there.
     void takeTabStop() {
-        const auto group =
-            widget_.parentWidget()->findChildren<QRadioButton*>(QString(), Qt::FindDirectChildrenOnly);
-        for (QRadioButton* button : group) {
+        for (QAbstractButton* button : group_.buttons()) {
             button->setFocusPolicy(button == &widget_ ? Qt::StrongFocus : Qt::ClickFocus);
         }
     }
+    QButtonGroup& group_;
 };
 
 class LabelTie : public TieOf<Label, QLabel> {
