@@ -13,35 +13,34 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using Steps = std::vector<std::string>;
+
 // Each panel has a desk of its own, so that one whose errors end its desk does not end the folder.
 struct PanelDesk {
     std::string_view name;
-    std::vector<std::string> steps;
+    Steps preparation; // makes linked tables part of it; left out of the second try when a link leads nowhere
+    Steps steps;
 };
 
 const PanelDesk panelDesks[] = {
-    {"cover", {"cmdHyousi(1)", "cmdHyousi(2)", "cmdHyousi(3)"}},
-    {"objects", {"optObject=7", "cmdObject"}},
-    {"queries", {"optQuery=3", "cmdQuery", "optQuery=1", "cmdQuery"}},
-    {"files", {"optFile=1", "cmdFile"}},
+    {"cover", {}, {"cmdHyousi(1)", "cmdHyousi(2)", "cmdHyousi(3)"}},
+    {"objects", {}, {"optObject=7", "cmdObject"}},
+    {"tables", {"chkLink=0"}, {"optTable=1", "cmdTable", "optTable=3", "cmdTable"}},
+    {"queries", {}, {"optQuery=1", "cmdQuery", "optQuery=3", "cmdQuery"}},
+    {"files", {}, {"optFile=3", "cmdFile"}},
 };
 
 // The line that all reports print as the name of the analysed file goes through the print settings.
-std::vector<std::string> titleSteps(const std::optional<std::string>& title) {
+Steps titleSteps(const std::optional<std::string>& title) {
     if (!title) {
         return {};
     }
     return {"m8", "frmSetUp.chkSetUp=1", "frmSetUp.txtNini=" + *title, "frmSetUp.cmdOK"};
 }
 
-// Presses what makes the panel's reports. Whether that went without an error.
-bool runDesk(Session& session, const PanelDesk& panel, const std::optional<std::string>& title) {
-    for (const std::string& step : titleSteps(title)) {
-        if (!carryOut(session.desk, parseStep(step))) {
-            return false;
-        }
-    }
-    for (const std::string& step : panel.steps) {
+// Presses one after the other. Whether that went without an error.
+bool pressAll(Session& session, const Steps& steps) {
+    for (const std::string& step : steps) {
         try {
             if (!carryOut(session.desk, parseStep(step))) {
                 return false;
@@ -53,6 +52,29 @@ bool runDesk(Session& session, const PanelDesk& panel, const std::optional<std::
     return !session.hasFailed();
 }
 
+// What one call makes, and from what.
+struct Folder {
+    fs::path target, programFolder;
+    ReportOutput reports;
+    bool quiet;
+    Steps title;
+    std::vector<LinkMapping> links;
+    std::set<Text> saidBefore{};
+};
+
+enum class Ended { Well, WithError, WithoutTarget };
+
+Ended runDesk(Folder& folder, const Steps& preparation, const Steps& steps) {
+    Session session(folder.programFolder, folder.reports, folder.quiet,
+                    !folder.quiet && ::isatty(STDERR_FILENO) != 0, &folder.saidBefore, folder.links);
+    if (!session.select(folder.target)) {
+        return Ended::WithoutTarget;
+    }
+    const bool well =
+        pressAll(session, folder.title) && pressAll(session, preparation) && pressAll(session, steps);
+    return well ? Ended::Well : Ended::WithError;
+}
+
 } // namespace
 
 int runDocument(const Arguments& arguments) {
@@ -61,20 +83,28 @@ int runDocument(const Arguments& arguments) {
     const bool quiet = arguments.has("--quiet");
     const auto given = givenMappings(arguments);
 
-    const WorkingFolder folder(arguments, WorkingFolder::Kind::PrivateUnlessNamed);
-    const auto links = folder.linkMappings(given);
+    const WorkingFolder programFolder(arguments, WorkingFolder::Kind::PrivateUnlessNamed);
     std::vector<fs::path> files;
-    const ReportOutput reports{out, [&files](const fs::path& file) { files.push_back(file); }};
-
-    std::set<Text> saidBefore;
+    Folder folder{target,
+                  programFolder.path(),
+                  {out, [&files](const fs::path& file) { files.push_back(file); }},
+                  quiet,
+                  titleSteps(arguments.value("--title")),
+                  programFolder.linkMappings(given)};
+    const bool withLinks = !arguments.has("--without-links");
     bool succeeded = true;
     for (const PanelDesk& panel : panelDesks) {
-        Session session(folder.path(), reports, quiet, !quiet && ::isatty(STDERR_FILENO) != 0, &saidBefore,
-                        links);
-        if (!session.select(target)) {
+        const Steps& preparation = withLinks ? panel.preparation : Steps{};
+        const Ended ended = runDesk(folder, preparation, panel.steps);
+        if (ended == Ended::WithoutTarget) {
             return exitErrorReported; // the other desks would only say the same
         }
-        succeeded = runDesk(session, panel, arguments.value("--title")) && succeeded;
+        if (ended == Ended::WithError && !preparation.empty()) {
+            // A link that leads nowhere is no reason to have nothing on paper about all other tables.
+            std::cerr << "relvane-cli: once more, without linked tables\n";
+            runDesk(folder, {}, panel.steps);
+        }
+        succeeded = ended == Ended::Well && succeeded;
     }
     if (!quiet) {
         for (const fs::path& file : files) {

@@ -22,6 +22,7 @@ namespace {
 constexpr Option documentOptions[] = {
     {"--out", "DIR", "where the folder is made (default: out)"},
     {"--title", "TEXT", "the line that all reports print as the name of the file"},
+    {"--without-links", "", "leave linked tables out of the lists of tables and indexes"},
     mapOption,
 };
 constexpr Option linkOptions[] = {mapOption};

@@ -32,14 +32,19 @@ check "target missing on the line" 2 "$cli" document
 
 cp "$samples/juchu.mdb" "$work/受注 97.mdb"
 before=$(sha256sum <"$work/受注 97.mdb")
-check "document" 0 "$cli" document "$work/受注 97.mdb" --out "$work/folder"
-for report in R_RvHyousi R_RvHyousiH R_RvHyousiW R_RvObjectAll R_RvQeryAll R_RvQerySql R_RvFile; do
+check "document" 0 "$cli" document "$work/受注 97.mdb" --without-links --out "$work/folder"
+for report in R_RvHyousi R_RvHyousiH R_RvHyousiW R_RvObjectAll R_RvTblTable R_RvTblIndex R_RvQeryAll R_RvQerySql R_RvFile; do
     [ -s "$work/folder/$report.pdf" ] || { echo "FAILED: no $report.pdf"; failed=1; }
 done
-check "document with a relative path" 0 sh -c 'cd "$1" && "$2" document "受注 97.mdb" --quiet --out here' - "$work" "$cli"
+check "document with a relative path" 0 sh -c 'cd "$1" && "$2" document "受注 97.mdb" --without-links --quiet --out here' - "$work" "$cli"
 [ -s "$work/here/R_RvObjectAll.pdf" ] || { echo "FAILED: no folder beside a relative target"; failed=1; }
 
-check "document with a title" 0 "$cli" document "$work/受注 97.mdb" --title 受注管理第2版 --quiet --out "$work/titled"
+check "links that lead nowhere are told, and the other tables are printed" 1 "$cli" document "$work/受注 97.mdb" --out "$work/broken"
+holds "$work/err" "場所:テーブル情報ｴﾗｰNo:3170"
+holds "$work/err" "once more, without linked tables"
+[ -s "$work/broken/R_RvTblTable.pdf" ] || { echo "FAILED: no list of the tables that are there"; failed=1; }
+
+check "document with a title" 0 "$cli" document "$work/受注 97.mdb" --without-links --title 受注管理第2版 --quiet --out "$work/titled"
 if command -v pdftotext >/dev/null; then
     pdftotext "$work/titled/R_RvObjectAll.pdf" - | grep -q 受注管理第2版 || { echo "FAILED: the title is not printed"; failed=1; }
 fi
@@ -104,7 +109,7 @@ holds "$work/err" "does not exist"
 # A private copy has nothing to keep, but its user's own mappings count.
 mkdir -p "$XDG_DATA_HOME/relvane"
 echo "not a mapping of the user" >"$XDG_DATA_HOME/relvane/Relvane.map"
-check "document reads the user's own mappings" 0 "$cli" document "$work/alone/juchu.mdb" --map "E:=$work" --out "$work/mapped2"
+check "document reads the user's own mappings" 0 "$cli" document "$work/alone/juchu.mdb" --without-links --map "E:=$work" --out "$work/mapped2"
 holds "$work/err" "not a mapping of the user"
 if grep -q "E:" "$XDG_DATA_HOME/relvane/Relvane.map"; then echo "FAILED: a private copy keeps a mapping"; failed=1; fi
 rm "$XDG_DATA_HOME/relvane/Relvane.map"
