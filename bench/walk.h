@@ -57,7 +57,7 @@ private:
             read(all.Item(place).Name, all.Item(place).value);
         }
     }
-    void fields(const dao::Collection<dao::Field>& all) {
+    void fields(const Collection<dao::Field>& all) {
         for (const auto& field : all) {
             read(field->Name(), field->Type(), field->Size(), field->Attributes(), field->AllowZeroLength(),
                  field->Required(), field->DefaultValue(), field->ValidationRule(), field->ValidationText(),

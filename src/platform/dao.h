@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/collection.h"
 #include "platform/recordset.h"
 #include "platform/runtime_error.h"
 #include "platform/value.h"
@@ -77,40 +78,6 @@ private:
 
     std::shared_ptr<const PropertySource> source_;
     std::vector<std::pair<int, Value>> changed_; // by position
-};
-
-template <class T>
-class Collection {
-public:
-    Collection() = default;
-    explicit Collection(std::vector<std::shared_ptr<T>> items) : items_(std::move(items)) {}
-
-    int Count() const { return static_cast<int>(items_.size()); }
-    T& Item(int position) const {
-        if (position < 0 || position >= Count()) {
-            throw RunTimeError(ErrorNumber::ItemNotInCollection);
-        }
-        return *items_[static_cast<std::size_t>(position)];
-    }
-    T* find(TextView name) const {
-        for (const auto& item : items_) {
-            if (equalsIgnoringCase(item->Name(), name)) {
-                return item.get();
-            }
-        }
-        return nullptr;
-    }
-    T& Item(TextView name) const {
-        if (T* found = find(name)) {
-            return *found;
-        }
-        throw RunTimeError(ErrorNumber::ItemNotInCollection, name);
-    }
-    auto begin() const { return items_.begin(); } // of shared_ptr<T>
-    auto end() const { return items_.end(); }
-
-private:
-    std::vector<std::shared_ptr<T>> items_;
 };
 
 // A field of a table, of a query's result or of an index.

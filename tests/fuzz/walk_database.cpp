@@ -38,7 +38,7 @@ private:
         }
     }
 
-    void walkFields(const dao::Collection<dao::Field>& fields) {
+    void walkFields(const Collection<dao::Field>& fields) {
         for (const auto& field : fields) {
             field->Size();
             field->Attributes();

@@ -47,11 +47,11 @@ public:
 };
 
 // Adds a field to the collection of a table or query.
-inline FakeField& addField(dao::Collection<dao::Field>& fields, Text name, int type, std::int32_t size) {
+inline FakeField& addField(Collection<dao::Field>& fields, Text name, int type, std::int32_t size) {
     std::vector<std::shared_ptr<dao::Field>> all(fields.begin(), fields.end());
     auto made = std::make_shared<FakeField>(std::move(name), type, size);
     all.push_back(made);
-    fields = dao::Collection<dao::Field>(std::move(all));
+    fields = Collection<dao::Field>(std::move(all));
     return *made;
 }
 
@@ -62,12 +62,12 @@ public:
         for (const Text& field : fieldNames) {
             all.push_back(std::make_shared<dao::IndexField>(dao::IndexField{field}));
         }
-        fields = dao::Collection<dao::IndexField>(std::move(all));
+        fields = Collection<dao::IndexField>(std::move(all));
     }
     Text name;
     bool primary = false, foreign = false, unique = false, ignoreNulls = false, required = false,
          clustered = false;
-    dao::Collection<dao::IndexField> fields;
+    Collection<dao::IndexField> fields;
 
     Text Name() const override { return name; }
     bool Primary() const override { return primary; }
@@ -76,7 +76,7 @@ public:
     bool IgnoreNulls() const override { return ignoreNulls; }
     bool Required() const override { return required; }
     bool Clustered() const override { return clustered; }
-    const dao::Collection<dao::IndexField>& Fields() const override { return fields; }
+    const Collection<dao::IndexField>& Fields() const override { return fields; }
 };
 
 class FakeTableDef : public dao::TableDef {
@@ -86,8 +86,8 @@ public:
     Text name, connect;
     Value created = DateTime{1997, 1, 2, 3, 4, 5}, updated = DateTime{1998, 2, 3, 4, 5, 6};
     dao::Properties stored;
-    dao::Collection<dao::Field> fields;
-    dao::Collection<dao::Index> indexes;
+    Collection<dao::Field> fields;
+    Collection<dao::Index> indexes;
     std::int32_t attributes = 0;
     std::optional<std::int32_t> recordCount; // without it that of an empty table or a link
     Text sourceTableName;
@@ -100,7 +100,7 @@ public:
         std::vector<std::shared_ptr<dao::Index>> all(indexes.begin(), indexes.end());
         auto made = std::make_shared<FakeIndex>(std::move(indexName), fieldNames);
         all.push_back(made);
-        indexes = dao::Collection<dao::Index>(std::move(all));
+        indexes = Collection<dao::Index>(std::move(all));
         return *made;
     }
 
@@ -112,14 +112,14 @@ public:
     Text SourceTableName() const override { return sourceTableName; }
     std::int32_t RecordCount() const override { return recordCount.value_or(connect.empty() ? 0 : -1); }
     bool Updatable() const override { return updatable; }
-    const dao::Collection<dao::Field>& Fields() override {
+    const Collection<dao::Field>& Fields() override {
         ++fieldsReads;
         if (fieldsError != 0) {
             throw RunTimeError(fieldsError, u"説明");
         }
         return fields;
     }
-    const dao::Collection<dao::Index>& Indexes() override { return indexes; }
+    const Collection<dao::Index>& Indexes() override { return indexes; }
     dao::Properties& Properties() override { return stored; }
 };
 
@@ -130,7 +130,7 @@ public:
     int type;
     Value created = DateTime{1997, 1, 2, 3, 4, 5}, updated = DateTime{1998, 2, 3, 4, 5, 6};
     dao::Properties stored;
-    dao::Collection<dao::Field> fields;
+    Collection<dao::Field> fields;
     Text sql = u"SELECT 1;", connect;
     int sqlError = 0, connectError = 0, fieldsError = 0; // of each reading, 0 for none
     int sqlReads = 0, connectReads = 0;
@@ -155,7 +155,7 @@ public:
     bool ReturnsRecords() const override { return true; }
     bool Updatable() const override { return updatable; }
     std::int32_t RecordsAffected() const override { return recordsAffected; }
-    const dao::Collection<dao::Field>& Fields() override { return failing(fieldsError), fields; }
+    const Collection<dao::Field>& Fields() override { return failing(fieldsError), fields; }
     dao::Properties& Properties() override { return stored; }
 
 private:
@@ -184,10 +184,10 @@ public:
     explicit FakeContainer(Text name) : name(std::move(name)) {}
     Text name;
     std::vector<std::shared_ptr<dao::Document>> documents;
-    dao::Collection<dao::Document> collection;
+    Collection<dao::Document> collection;
 
     Text Name() const override { return name; }
-    const dao::Collection<dao::Document>& Documents() override { return collection; }
+    const Collection<dao::Document>& Documents() override { return collection; }
 };
 
 // Every collection is complete when the last `add` has returned.
@@ -198,7 +198,7 @@ public:
         for (const TextView name : {u"Databases", u"Forms", u"Modules", u"Reports", u"Scripts", u"Tables"}) {
             all.push_back(std::make_shared<FakeContainer>(Text(name)));
         }
-        containers = dao::Collection<dao::Container>(std::move(all));
+        containers = Collection<dao::Container>(std::move(all));
     }
 
     FakeTableDef& addTable(const Text& name, const Text& connect = {}) {
@@ -213,20 +213,20 @@ public:
     }
 
     Text path = u"C:\\App\\target.mdb";
-    dao::Collection<dao::TableDef> tables;
-    dao::Collection<dao::QueryDef> queries;
-    dao::Collection<dao::Container> containers;
-    dao::Collection<dao::Relation> relations;
+    Collection<dao::TableDef> tables;
+    Collection<dao::QueryDef> queries;
+    Collection<dao::Container> containers;
+    Collection<dao::Relation> relations;
     dao::Properties stored;
 
     Text Name() const override { return path; }
     Text Version() const override { return u"3.0"; }
     int QueryTimeout() const override { return 60; }
     bool Updatable() const override { return true; }
-    const dao::Collection<dao::TableDef>& TableDefs() override { return tables; }
-    const dao::Collection<dao::QueryDef>& QueryDefs() override { return queries; }
-    const dao::Collection<dao::Container>& Containers() override { return containers; }
-    const dao::Collection<dao::Relation>& Relations() override { return relations; }
+    const Collection<dao::TableDef>& TableDefs() override { return tables; }
+    const Collection<dao::QueryDef>& QueryDefs() override { return queries; }
+    const Collection<dao::Container>& Containers() override { return containers; }
+    const Collection<dao::Relation>& Relations() override { return relations; }
     dao::Properties& Properties() override { return stored; }
 
     std::unique_ptr<Recordset> OpenRecordset(TextView name) override {
@@ -240,11 +240,11 @@ public:
 
 private:
     template <class Fake, class Object>
-    static Fake& add(std::vector<std::shared_ptr<Object>>& all, dao::Collection<Object>& collection,
+    static Fake& add(std::vector<std::shared_ptr<Object>>& all, Collection<Object>& collection,
                      std::shared_ptr<Fake> made) {
         Fake& reference = *made;
         all.push_back(std::move(made));
-        collection = dao::Collection<Object>(all);
+        collection = Collection<Object>(all);
         return reference;
     }
 

@@ -48,7 +48,7 @@ public:
         : file_(std::move(file)), entry_(entry) {}
 
     Text Name() const override { return entry_.name; }
-    const dao::Collection<dao::Document>& Documents() override {
+    const Collection<dao::Document>& Documents() override {
         if (!documents_) {
             std::vector<std::shared_ptr<dao::Document>> documents;
             for (const CatalogueEntry* child : file_->catalogue().children(entry_.id)) {
@@ -62,7 +62,7 @@ public:
 private:
     std::shared_ptr<const JetFile> file_;
     const CatalogueEntry& entry_;
-    std::optional<dao::Collection<dao::Document>> documents_;
+    std::optional<Collection<dao::Document>> documents_;
 };
 
 } // namespace

@@ -41,9 +41,9 @@ Database::Database(std::shared_ptr<JetFile> file, Text name, bool updatable, Bac
             queries.push_back(std::make_shared<QueryDef>(file_, entry, fieldResolver_));
         }
     }
-    tables_ = dao::Collection<dao::TableDef>(std::move(tables));
-    queries_ = dao::Collection<dao::QueryDef>(std::move(queries));
-    containers_ = dao::Collection<dao::Container>(std::move(containers));
+    tables_ = Collection<dao::TableDef>(std::move(tables));
+    queries_ = Collection<dao::QueryDef>(std::move(queries));
+    containers_ = Collection<dao::Container>(std::move(containers));
 }
 
 TableDef::Source Database::tableSource(TextView name) const {
@@ -96,7 +96,7 @@ Text Database::Version() const {
 }
 
 // One relation for each name, in the order of the catalogue; a name that the catalogue lacks comes behind.
-const dao::Collection<dao::Relation>& Database::Relations() {
+const Collection<dao::Relation>& Database::Relations() {
     if (relations_) {
         return *relations_;
     }

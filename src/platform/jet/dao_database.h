@@ -29,10 +29,10 @@ public:
     int QueryTimeout() const override { return 60; }
     bool Updatable() const override { return updatable_; }
     int CollatingOrder() const { return file_->header().sortOrder; }
-    const dao::Collection<dao::TableDef>& TableDefs() override { return tables_; }
-    const dao::Collection<dao::QueryDef>& QueryDefs() override { return queries_; }
-    const dao::Collection<dao::Container>& Containers() override { return containers_; }
-    const dao::Collection<dao::Relation>& Relations() override;
+    const Collection<dao::TableDef>& TableDefs() override { return tables_; }
+    const Collection<dao::QueryDef>& QueryDefs() override { return queries_; }
+    const Collection<dao::Container>& Containers() override { return containers_; }
+    const Collection<dao::Relation>& Relations() override;
     dao::Properties& Properties() override;
 
     std::shared_ptr<const JetFile> file() const { return file_; }
@@ -61,10 +61,10 @@ private:
     std::map<Text, std::shared_ptr<TableDef>, std::less<>> tablesByName_; // by capitals
     std::map<Text, const CatalogueEntry*, std::less<>> queriesByName_;
     std::map<std::string, std::shared_ptr<const JetFile>> backEnds_; // by path
-    dao::Collection<dao::TableDef> tables_;
-    dao::Collection<dao::QueryDef> queries_;
-    dao::Collection<dao::Container> containers_;
-    std::optional<dao::Collection<dao::Relation>> relations_;
+    Collection<dao::TableDef> tables_;
+    Collection<dao::QueryDef> queries_;
+    Collection<dao::Container> containers_;
+    std::optional<Collection<dao::Relation>> relations_;
     std::vector<StoredProperty> stored_; // read with the list of properties
     std::optional<dao::Properties> properties_;
 };

@@ -116,7 +116,7 @@ public:
                 dao::IndexField{.FieldName = table.byNumber(entry.column)->name,
                                 .Attributes = entry.ascending ? 0 : fieldAttribute::descending}));
         }
-        fields_ = dao::Collection<dao::IndexField>(std::move(fields));
+        fields_ = Collection<dao::IndexField>(std::move(fields));
     }
 
     Text Name() const override { return name_; }
@@ -126,13 +126,13 @@ public:
     bool IgnoreNulls() const override { return (flags_ & realIndexFlag::ignoreNulls) != 0; }
     bool Required() const override { return (flags_ & realIndexFlag::required) != 0; }
     bool Clustered() const override { return false; }
-    const dao::Collection<dao::IndexField>& Fields() const override { return fields_; }
+    const Collection<dao::IndexField>& Fields() const override { return fields_; }
 
 private:
     Text name_;
     IndexType type_;
     std::uint8_t flags_;
-    dao::Collection<dao::IndexField> fields_;
+    Collection<dao::IndexField> fields_;
 };
 
 } // namespace

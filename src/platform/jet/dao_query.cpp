@@ -130,7 +130,7 @@ bool QueryDef::ReturnsRecords() const {
     return storedFlag(&stored().ofObject, u"ReturnsRecords", true);
 }
 
-const dao::Collection<dao::Field>& QueryDef::Fields() {
+const Collection<dao::Field>& QueryDef::Fields() {
     if (!fields_) {
         // A query whose fields cannot be found out, since a source of it is not there or it makes no sense, has none.
         std::vector<QueryField> resolved;

@@ -26,7 +26,7 @@ public:
     bool ReturnsRecords() const override;
     bool Updatable() const override { return true; } // speaks of the definition, not of the records
     std::int32_t RecordsAffected() const override { return 0; }
-    const dao::Collection<dao::Field>& Fields() override;
+    const Collection<dao::Field>& Fields() override;
     dao::Properties& Properties() override;
 
 private:
@@ -38,7 +38,7 @@ private:
     const CatalogueEntry& entry_;
     QueryFieldResolver& resolver_;
     mutable std::optional<PropertyBlob> stored_;
-    std::optional<dao::Collection<dao::Field>> fields_;
+    std::optional<Collection<dao::Field>> fields_;
     std::optional<dao::Properties> properties_;
 };
 

@@ -55,7 +55,7 @@ std::int32_t TableDef::RecordCount() const {
     return isLink() ? -1 : static_cast<std::int32_t>(file_->table(entry_).definition().rowCount);
 }
 
-const dao::Collection<dao::Field>& TableDef::Fields() {
+const Collection<dao::Field>& TableDef::Fields() {
     if (!fields_) {
         const Source from = source();
         // What was stored about a link's fields here goes before what the back end stores about its own.
@@ -78,7 +78,7 @@ const dao::Collection<dao::Field>& TableDef::Fields() {
     return *fields_;
 }
 
-const dao::Collection<dao::Index>& TableDef::Indexes() {
+const Collection<dao::Index>& TableDef::Indexes() {
     if (!indexes_) {
         const Source from = source();
         std::vector<std::shared_ptr<dao::Index>> indexes;

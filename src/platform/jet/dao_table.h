@@ -26,8 +26,8 @@ public:
     Text SourceTableName() const override { return link().table; }
     std::int32_t RecordCount() const override;
     bool Updatable() const override { return !isLink(); }
-    const dao::Collection<dao::Field>& Fields() override;
-    const dao::Collection<dao::Index>& Indexes() override;
+    const Collection<dao::Field>& Fields() override;
+    const Collection<dao::Index>& Indexes() override;
     dao::Properties& Properties() override;
 
     Text ValidationRule() const;
@@ -50,8 +50,8 @@ private:
     BackEndOpener openBackEnd_;
     mutable std::optional<Link> link_;
     mutable std::shared_ptr<const PropertyBlob> stored_;
-    std::optional<dao::Collection<dao::Field>> fields_;
-    std::optional<dao::Collection<dao::Index>> indexes_;
+    std::optional<Collection<dao::Field>> fields_;
+    std::optional<Collection<dao::Index>> indexes_;
     std::optional<dao::Properties> properties_;
 };
 
