@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "platform/collection.h"
+#include "platform/text.h"
 #include "platform/value.h"
 
 namespace relvane::access {
