@@ -285,7 +285,8 @@ private slots:
 
     void theTextsOfPreviewPrintingAndHelpAreExplained() {
         QStringList texts;
-        for (const char* file : {"preview_window.cpp", "print_dialog.cpp", "help_window.cpp"}) {
+        for (const char* file :
+             {"preview_window.cpp", "print_dialog.cpp", "help_window.cpp", "search_bar.cpp"}) {
             const QString source = contentOf(inProject("src/platform/qt/") + QLatin1String(file));
             for (const QString& text : allOf(source, "tr\\(\\s*\"((?:[^\"\\\\]|\\\\.)*)\"")) {
                 texts << piecesOf(text);

@@ -3,13 +3,11 @@
 
 #include <QMainWindow>
 
-class QAction;
-class QLabel;
-class QLineEdit;
 class QTextBrowser;
-class QToolBar;
 
 namespace relvane::qt {
+
+class SearchBar;
 
 class HelpWindow : public QMainWindow {
     Q_OBJECT
@@ -20,24 +18,17 @@ public:
     // False when the file cannot be read; the window then shows what it showed before.
     bool showFile(const QString& path);
 
-protected:
-    bool eventFilter(QObject* object, QEvent* event) override;
-
 private:
     enum class Direction { Next, Previous };
 
-    QAction* action(const char* name, const char* icon, const QString& text, const QKeySequence& key);
     void makeToolBar();
-    void makeSearchBar();
     void find(Direction direction);
     void findTyped();
-    void endSearch();
     int hits() const;
     void setSize(qreal points);
 
     QTextBrowser* browser_;
-    QLineEdit* searchBox_ = nullptr;
-    QLabel* found_ = nullptr;
+    SearchBar* search_ = nullptr;
     qreal ordinarySize_;
 };
 

@@ -26,6 +26,8 @@
 #include "qt/print_dialog.h"
 #include "qt/qt_dialogs.h"
 #include "qt/qt_text.h"
+#include "qt/search_bar.h"
+#include "qt/window_actions.h"
 #include "reports/pdf.h"
 
 namespace relvane::qt {
@@ -76,34 +78,21 @@ PreviewWindow::PreviewWindow(reports::ReportDocument document, QWidget* parent)
 
 PreviewWindow::~PreviewWindow() = default;
 
-QAction* PreviewWindow::action(const char* name, const char* icon, const QString& text,
-                               const QKeySequence& key) {
-    auto* const made =
-        new QAction(QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(icon))), text, this);
-    made->setObjectName(QLatin1String(name));
-    made->setShortcut(key);
-    const QString keyText = key.toString(QKeySequence::NativeText);
-    made->setToolTip(key.isEmpty() ? text : QStringLiteral("%1 (%2)").arg(text, keyText));
-    addAction(made);
-    return made;
-}
-
 void PreviewWindow::makeToolBar() {
     QToolBar* const bar = addToolBar(tr("操作"));
-    bar->setMovable(false);
-    bar->setIconSize({20, 20});
+    setBarAppearance(*bar);
 
-    QAction* const print = action("print", "print", tr("印刷"), QKeySequence::Print);
-    QAction* const pdf = action("pdf", "pdf", tr("PDFファイルに保存"), QKeySequence::Save);
+    QAction* const print = addWindowAction(*this, "print", "print", tr("印刷"), QKeySequence::Print);
+    QAction* const pdf = addWindowAction(*this, "pdf", "pdf", tr("PDFファイルに保存"), QKeySequence::Save);
     connect(print, &QAction::triggered, this, &PreviewWindow::askForPrinter);
     connect(pdf, &QAction::triggered, this, &PreviewWindow::askForPdf);
     bar->addActions({print, pdf});
     bar->addSeparator();
 
-    first_ = action("first", "first", tr("先頭の頁"), Qt::CTRL | Qt::Key_Home);
-    previous_ = action("previous", "previous", tr("前の頁"), Qt::ALT | Qt::Key_Left);
-    next_ = action("next", "next", tr("次の頁"), Qt::ALT | Qt::Key_Right);
-    last_ = action("last", "last", tr("最後の頁"), Qt::CTRL | Qt::Key_End);
+    first_ = addWindowAction(*this, "first", "first", tr("先頭の頁"), Qt::CTRL | Qt::Key_Home);
+    previous_ = addWindowAction(*this, "previous", "previous", tr("前の頁"), Qt::ALT | Qt::Key_Left);
+    next_ = addWindowAction(*this, "next", "next", tr("次の頁"), Qt::ALT | Qt::Key_Right);
+    last_ = addWindowAction(*this, "last", "last", tr("最後の頁"), Qt::CTRL | Qt::Key_End);
     const int lastPage = document_.pageCount() - 1;
     connect(first_, &QAction::triggered, this, [this] { canvas_->goToPage(0); });
     connect(previous_, &QAction::triggered, this, [this] { canvas_->goToPage(canvas_->page() - 1); });
@@ -124,10 +113,12 @@ void PreviewWindow::makeToolBar() {
     bar->addActions({next_, last_});
     bar->addSeparator();
 
-    QAction* const smaller = action("zoom_out", "zoom_out", tr("縮小"), QKeySequence::ZoomOut);
-    QAction* const larger = action("zoom_in", "zoom_in", tr("拡大"), QKeySequence::ZoomIn);
-    fitPage_ = action("fit_page", "fit_page", tr("頁全体を表示"), Qt::CTRL | Qt::Key_0);
-    fitWidth_ = action("fit_width", "fit_width", tr("頁の幅に合わせる"), Qt::CTRL | Qt::Key_2);
+    QAction* const smaller =
+        addWindowAction(*this, "zoom_out", "zoom_out", tr("縮小"), QKeySequence::ZoomOut);
+    QAction* const larger = addWindowAction(*this, "zoom_in", "zoom_in", tr("拡大"), QKeySequence::ZoomIn);
+    fitPage_ = addWindowAction(*this, "fit_page", "fit_page", tr("頁全体を表示"), Qt::CTRL | Qt::Key_0);
+    fitWidth_ =
+        addWindowAction(*this, "fit_width", "fit_width", tr("頁の幅に合わせる"), Qt::CTRL | Qt::Key_2);
     fitPage_->setCheckable(true);
     fitWidth_->setCheckable(true);
     connect(smaller, &QAction::triggered, this, [this] { canvas_->setZoom(canvas_->zoom() / 1.25); });
@@ -159,51 +150,23 @@ void PreviewWindow::makeToolBar() {
 }
 
 void PreviewWindow::makeSearchBar() {
-    QToolBar* const bar = addToolBar(tr("検索"));
-    bar->setMovable(false);
-    bar->setIconSize({20, 20});
-    searchBox_ = new QLineEdit;
-    searchBox_->setObjectName(QStringLiteral("search"));
-    searchBox_->setPlaceholderText(tr("文字の検索"));
-    searchBox_->setClearButtonEnabled(true);
-    searchBox_->setToolTip(tr("文字の検索 (Ctrl+F)"));
-    searchBox_->setMaximumWidth(240);
-    searchBox_->installEventFilter(this);
-    found_ = new QLabel;
-    found_->setObjectName(QStringLiteral("found"));
-    found_->setMargin(4);
-    QAction* const findPrevious =
-        action("find_previous", "find_previous", tr("前を検索"), Qt::SHIFT | Qt::Key_F3);
-    QAction* const findNext = action("find_next", "find_next", tr("次を検索"), Qt::Key_F3);
-    auto* const focus = new QAction(this);
-    focus->setShortcut(QKeySequence::Find);
-    addAction(focus);
-    connect(focus, &QAction::triggered, this, [this] {
-        searchBox_->setFocus(Qt::ShortcutFocusReason);
-        searchBox_->selectAll();
-    });
+    searchBar_ = new SearchBar(*this, *canvas_);
     auto* const pause = new QTimer(this); // while a person types, nothing is searched yet
     pause->setSingleShot(true);
     pause->setInterval(250);
-    connect(searchBox_, &QLineEdit::textChanged, pause, qOverload<>(&QTimer::start));
+    connect(searchBar_, &SearchBar::typed, pause, qOverload<>(&QTimer::start));
     connect(pause, &QTimer::timeout, this, &PreviewWindow::findTyped);
+    connect(searchBar_, &SearchBar::left, this, &PreviewWindow::findTyped);
     const auto go = [this, pause](void (PreviewSearch::*step)()) {
         pause->stop();
-        if (search_->text() != fromQString(searchBox_->text())) {
+        if (search_->text() != fromQString(searchBar_->text())) {
             findTyped();
         } else {
             (search_->*step)();
         }
     };
-    connect(searchBox_, &QLineEdit::returnPressed, this, [go] { go(&PreviewSearch::next); });
-    connect(findNext, &QAction::triggered, this, [go] { go(&PreviewSearch::next); });
-    connect(findPrevious, &QAction::triggered, this, [go] { go(&PreviewSearch::previous); });
-    auto* const space = new QWidget;
-    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    bar->addWidget(space);
-    bar->addWidget(found_);
-    bar->addWidget(searchBox_);
-    bar->addActions({findPrevious, findNext});
+    connect(searchBar_, &SearchBar::next, this, [go] { go(&PreviewSearch::next); });
+    connect(searchBar_, &SearchBar::previous, this, [go] { go(&PreviewSearch::previous); });
 }
 
 void PreviewWindow::makeOutline() {
@@ -278,26 +241,6 @@ void PreviewWindow::keyPressEvent(QKeyEvent* event) {
     QMainWindow::keyPressEvent(event);
 }
 
-bool PreviewWindow::eventFilter(QObject* object, QEvent* event) {
-    if (object == searchBox_ && event->type() == QEvent::KeyPress) {
-        auto* const key = static_cast<QKeyEvent*>(event);
-        switch (key->key()) {
-        case Qt::Key_Escape: // out of the search, not out of the window
-            searchBox_->clear();
-            findTyped();
-            canvas_->setFocus();
-            return true;
-        case Qt::Key_PageUp:
-        case Qt::Key_PageDown:
-            QApplication::sendEvent(canvas_, event);
-            return true;
-        default:
-            break;
-        }
-    }
-    return QMainWindow::eventFilter(object, event);
-}
-
 void PreviewWindow::showPage(int page) {
     const QSignalBlocker quiet(pageBox_);
     pageBox_->setValue(page + 1);
@@ -315,7 +258,7 @@ void PreviewWindow::showZoom() {
 }
 
 void PreviewWindow::findTyped() {
-    search_->find(fromQString(searchBox_->text()), canvas_->page());
+    search_->find(fromQString(searchBar_->text()), canvas_->page());
     canvas_->viewport()->update();
     showFound();
 }
@@ -331,7 +274,7 @@ void PreviewWindow::showFound() {
     } else {
         text = tr("%1 / %2 件").arg(search_->numberInHand()).arg(search_->count());
     }
-    found_->setText(text);
+    searchBar_->tell(text);
 }
 
 // --- paper and PDF ----------------------------------------------------------------------------------------------

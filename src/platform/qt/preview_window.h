@@ -13,8 +13,6 @@
 
 class QAction;
 class QComboBox;
-class QLabel;
-class QLineEdit;
 class QSpinBox;
 class QTreeWidget;
 
@@ -22,6 +20,7 @@ namespace relvane::qt {
 
 class PreviewCanvas;
 class PreviewSearch;
+class SearchBar;
 
 class PreviewWindow : public QMainWindow {
     Q_OBJECT
@@ -43,13 +42,11 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
     void makeToolBar();
     void makeSearchBar();
     void makeOutline();
-    QAction* action(const char* name, const char* icon, const QString& text, const QKeySequence& key);
     void askForPdf();
     void askForPrinter();
     void findTyped();
@@ -62,8 +59,7 @@ private:
     PreviewSearch* search_;
     QSpinBox* pageBox_ = nullptr;
     QComboBox* zoomBox_ = nullptr;
-    QLineEdit* searchBox_ = nullptr;
-    QLabel* found_ = nullptr;
+    SearchBar* searchBar_ = nullptr;
     QTreeWidget* outline_ = nullptr;
     QAction *first_ = nullptr, *previous_ = nullptr, *next_ = nullptr, *last_ = nullptr;
     QAction *fitPage_ = nullptr, *fitWidth_ = nullptr;
