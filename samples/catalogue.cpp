@@ -1,7 +1,10 @@
 #include "sample_builder/catalogue.h"
 
+#include <algorithm>
 #include <limits>
+#include <stdexcept>
 
+#include "sample_builder/design_writer.h"
 #include "sample_builder/property_blob.h"
 
 namespace relvane::samples {
@@ -134,14 +137,59 @@ private:
                            const std::vector<DocumentSpec>& documents) {
         const std::int32_t id = add({.parentId = rootId, .name = name, .type = type(ObjectType::Container)});
         for (const DocumentSpec& document : documents) {
-            add({.parentId = id,
-                 .name = document.name,
-                 .type = type(documentType),
-                 .flags = document.hidden ? hiddenFlag : 0,
-                 .properties = propertyBlob(document.properties, {}, spec_.codePage)},
-                document.created, document.updated);
+            CatalogueRow row{.parentId = id,
+                             .name = document.name,
+                             .type = type(documentType),
+                             .flags = document.hidden ? hiddenFlag : 0,
+                             .properties = propertyBlob(document.properties, {}, spec_.codePage)};
+            if (document.design) {
+                addDesign(row, document.name, *document.design);
+            }
+            add(std::move(row), document.created, document.updated);
         }
         return id;
+    }
+
+    // In the object's own row, or in the table of modules when it has one.
+    void addDesign(CatalogueRow& row, const Text& name, DesignSpec design) {
+        addUnusedFields(design);
+        Bytes stream = designStream(design, spec_.codePage), names = typeInfoStream(design, spec_.codePage);
+        if (!design.hasModule) {
+            row.design = std::move(stream);
+            row.names = std::move(names);
+            row.moduleMark = Bytes{'L', 'W', 'F', '0', '0', '0'};
+            return;
+        }
+        if (!spec_.accessVersion || *spec_.accessVersion < u"07.53") {
+            throw std::invalid_argument(toUtf8(name) +
+                                        ": a design with a module needs the tables of Access 97");
+        }
+        constexpr std::int32_t moduleOfForm = 32768, moduleOfReport = 32772;
+        const bool isReport = design.root.type == DesignType::Report;
+        catalogue_.modules.push_back({(isReport ? u"Report_" : u"Form_") + name,
+                                      isReport ? moduleOfReport : moduleOfForm, std::move(stream),
+                                      std::move(names)});
+    }
+
+    // The fields of a record source that is a table of this database. Those of queries are not looked for.
+    void addUnusedFields(DesignSpec& design) const {
+        const Value* source = design.root.find(u"RecordSource");
+        for (const TableSpec& table : spec_.tables) {
+            if (source == nullptr || toText(*source) != table.name) {
+                continue;
+            }
+            for (const ColumnSpec& column : table.columns) {
+                if (!column.deleted && !hasControl(design.root, column.name)) {
+                    design.unusedFields.push_back(column.name);
+                }
+            }
+        }
+    }
+
+    static bool hasControl(const DesignObjectSpec& object, const Text& name) {
+        return object.name() == name || std::ranges::any_of(object.children, [&](const auto& child) {
+                   return hasControl(child, name);
+               });
     }
 
     void addLink(const LinkSpec& link) {

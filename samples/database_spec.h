@@ -23,6 +23,7 @@
 #include "jet/jet_format.h"
 #include "platform/codepage.h"
 #include "platform/value.h"
+#include "sample_builder/design_spec.h"
 
 namespace relvane::samples {
 
@@ -185,12 +186,13 @@ struct RelationSpec {
     std::uint32_t attributes = 0;
 };
 
-// A form, report, macro or module as the catalogue lists it, without its design.
+// A form, report, macro or module. A form or report without a design is one whose design has been lost.
 struct DocumentSpec {
     Text name{};
     bool hidden = false;
     std::vector<PropertySpec> properties{}; // Description
     std::optional<DateTime> created{}, updated{};
+    std::optional<DesignSpec> design{};
 };
 
 // Any further row of the catalogue, for cases of a test.

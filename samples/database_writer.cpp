@@ -90,12 +90,13 @@ void writePages(PageFile& file, const DatabaseSpec& spec) {
     while (file.count() <= jet::relationshipsPage) {
         file.allocate();
     }
-    // All tables in the order of the catalogue; Jet's four are filled in when the catalogue is known.
+    // All tables in the order of the catalogue; the rows of Jet's four and of Access's modules follow when the
+    // catalogue is known.
     std::vector<TableSpec> ofEngine = {objectsTable({}), permissionsTable({}), queriesTable({}),
                                        relationshipsTable(spec.relations)};
     std::vector<TableSpec> ofAccess;
     if (spec.accessVersion) {
-        ofAccess = accessTables(*spec.accessVersion);
+        ofAccess = accessTables(*spec.accessVersion, {});
     }
     std::vector<std::pair<PageNumber, const TableSpec*>> tables;
     for (const TableSpec& table : ofEngine) {
@@ -112,6 +113,9 @@ void writePages(PageFile& file, const DatabaseSpec& spec) {
     ofEngine[0].rows = objectsTable(catalogue.rows).rows;
     ofEngine[1].rows = permissionsTable(catalogue.rows).rows;
     ofEngine[2].rows = queriesTable(catalogue.queries).rows;
+    if (!ofAccess.empty()) {
+        ofAccess.back().rows = accessTables(*spec.accessVersion, catalogue.modules).back().rows;
+    }
 
     std::vector<TablePlan> plans;
     for (const auto& [page, table] : tables) {

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "sample_builder/description_design.h"
 #include "sample_builder/description_line.h"
 #include "sample_builder/description_query.h"
 #include "sample_builder/description_table.h"
@@ -31,10 +32,11 @@ constexpr RelationWord relationWords[] = {
 struct DocumentKeyword {
     const char16_t* name;
     std::vector<DocumentSpec> DatabaseSpec::*list;
+    std::optional<DesignType> root{}; // of its design
 };
 
-constexpr DocumentKeyword documentKeywords[] = {{u"form", &DatabaseSpec::forms},
-                                                {u"report", &DatabaseSpec::reports},
+constexpr DocumentKeyword documentKeywords[] = {{u"form", &DatabaseSpec::forms, DesignType::Form},
+                                                {u"report", &DatabaseSpec::reports, DesignType::Report},
                                                 {u"macro", &DatabaseSpec::macros},
                                                 {u"module", &DatabaseSpec::modules}};
 
@@ -81,6 +83,7 @@ private:
                 if (keyword == document.name) {
                     start(Kind::Document, spec_.*document.list,
                           DocumentSpec{.name = line.takeText("a name")});
+                    startDesign(document);
                     return true;
                 }
             }
@@ -99,6 +102,11 @@ private:
         if constexpr (std::is_same_v<Spec, DocumentSpec>) {
             hidden_ = &list.back().hidden;
         }
+    }
+
+    void startDesign(const DocumentKeyword& document) {
+        designInProgress_ = document.root ? DesignInProgress((spec_.*document.list).back(), *document.root)
+                                          : DesignInProgress();
     }
 
     void startTable(TableSpec table) {
@@ -199,6 +207,8 @@ private:
                 return true;
             }
             return false;
+        case Kind::Document:
+            return designInProgress_.read(keyword, line, spec_.codePage);
         default:
             return false;
         }
@@ -249,6 +259,7 @@ private:
     std::optional<DateTime>*created_ = nullptr, *updated_ = nullptr;
     bool* hidden_ = nullptr;
     TableInProgress tableInProgress_;
+    DesignInProgress designInProgress_;
 };
 
 } // namespace

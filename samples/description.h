@@ -31,7 +31,20 @@
 //     field EXPRESSION [as ALIAS] [into FIELD] [row-heading|column-heading|value|values]
 //     join inner|left|right TABLE TABLE CONDITION    where CONDITION    having CONDITION
 //     group EXPRESSION [row-heading|column-heading]    order EXPRESSION [descending]
-//   form NAME    report NAME    macro NAME    module NAME       as the catalogue lists them, without their designs
+//   form NAME    report NAME    macro NAME    module NAME       the last two as the catalogue lists them
+//     and the design of a form or report, in the order in which it is stored; PROPERTY VALUE may repeat, and before or
+//     between them stand "at LEFT TOP" and "size WIDTH HEIGHT", in twips:
+//     set PROPERTY VALUE                  of the form itself
+//     code                                it has a module: the design stands in MSysModules2
+//     printer NAME DRIVER PORT [landscape] [margins LEFT TOP RIGHT BOTTOM] [columns N WIDTH HEIGHT [down]]
+//     default TYPE PROPERTY VALUE         the default block of a type of control
+//     BreakLevel EXPRESSION PROPERTY VALUE       a group level
+//     TYPE NAME PROPERTY VALUE            a section (FormHeader, Section, BreakFooter ...) or a control in it
+//     > TYPE NAME PROPERTY VALUE          a control in that one: a choice, a page; >> one in that, and so on
+//     label CAPTION PROPERTY VALUE        a label attached to the control before, whose name it takes
+//     with PROPERTY VALUE                 more of the object before
+//     Flags are yes or no, data bitmap:WIDTHxHEIGHTxBITS, metafile:WIDTHxHEIGHT, palette:COLOURS, object:BYTES (an
+//     embedded one with a presentation of so many bytes) or hexadecimal bytes.
 //
 //   and of every object: description TEXT, property NAME TYPE VALUE, created DATE, updated DATE, hidden
 //   (of a table its description stands before its columns, since a column has one too)

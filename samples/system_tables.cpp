@@ -64,7 +64,8 @@ TableSpec objectsTable(const std::vector<CatalogueRow>& catalogue) {
         const Bytes owner = row.ownedByEngine ? Bytes{0x02, 0x03} : Bytes{0x03, 0x01};
         table.rows.push_back({row.id, row.parentId, row.name, row.type, row.created, row.updated, owner,
                               flagsValue(row.flags), orNull(row.database), orNull(row.connect),
-                              orNull(row.foreignName), Null{}, Null{}, Null{}, orNull(row.properties)});
+                              orNull(row.foreignName), Null{}, Null{}, orNull(row.names),
+                              orNull(row.properties), orNull(row.moduleMark), orNull(row.design)});
     }
     return table;
 }
@@ -150,11 +151,11 @@ TableSpec relationshipsTable(const std::vector<RelationSpec>& relations) {
     return table;
 }
 
-std::vector<TableSpec> accessTables(TextView accessVersion) {
-    TableSpec modules;
-    modules.name = u"MSysModules";
-    modules.flags = accessTableFlag;
-    modules.columns = columnsOf({{u"__A__", ColumnType::Text}});
+std::vector<TableSpec> accessTables(TextView accessVersion, const std::vector<ModuleRow>& modules) {
+    TableSpec first;
+    first.name = u"MSysModules";
+    first.flags = accessTableFlag;
+    first.columns = columnsOf({{u"__A__", ColumnType::Text}});
     TableSpec second;
     second.flags = accessTableFlag;
     if (accessVersion < u"07.53") {
@@ -175,8 +176,14 @@ std::vector<TableSpec> accessTables(TextView accessVersion) {
         second.columns[2].autoNumber = true;
         second.indexes = {
             {.name = u"Index1", .columns = {{u"Name"}, {u"Type"}, {u"Version", true}}, .required = true}};
+        std::int64_t version = 0;
+        constexpr std::int64_t replicationVersion = 0, flags = 1;
+        for (const ModuleRow& module : modules) {
+            second.rows.push_back({module.name, module.type, ++version, replicationVersion, flags, Null{},
+                                   module.design, module.names});
+        }
     }
-    return {modules, second};
+    return {first, second};
 }
 
 TableSpec importSpecsTable() {

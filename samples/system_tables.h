@@ -16,6 +16,14 @@ struct CatalogueRow {
     bool ownedByEngine = false;
     std::optional<Text> database{}, connect{}, foreignName{};
     std::optional<Bytes> properties{};
+    std::optional<Bytes> names{}, moduleMark{}, design{}; // Lv, LvModule and LvExtra of a form or report
+};
+
+// A row of MSysModules2: a form or report that has a module. What the module says is not written: Module is Null.
+struct ModuleRow {
+    Text name{};
+    std::int32_t type = 0;
+    Bytes design{}, names{};
 };
 
 TableSpec objectsTable(const std::vector<CatalogueRow>& catalogue);
@@ -24,8 +32,8 @@ TableSpec permissionsTable(const std::vector<CatalogueRow>& catalogue);
 TableSpec queriesTable(const std::vector<std::pair<std::int32_t, const QuerySpec*>>& queries);
 TableSpec relationshipsTable(const std::vector<RelationSpec>& relations);
 
-// What Access 97 (or 95, by `accessVersion`) makes for modules; empty.
-std::vector<TableSpec> accessTables(TextView accessVersion);
+// What Access 97 (or 95, by `accessVersion`, without MSysModules2) makes for modules.
+std::vector<TableSpec> accessTables(TextView accessVersion, const std::vector<ModuleRow>& modules);
 
 // The tables of import and export specifications as Access 97 makes them, ready for rows. MSysIMEXSpecs: DateDelim,
 // DateFourDigitYear, DateLeadingZeros, DateOrder, DecimalPoint, FieldSeparator, FileType, SpecID, SpecName, SpecType,
