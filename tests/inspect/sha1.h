@@ -30,7 +30,7 @@ inline std::string sha1(std::vector<std::uint8_t> bytes) {
                 words[i] = std::rotl(words[i - 3] ^ words[i - 8] ^ words[i - 14] ^ words[i - 16], 1);
             }
         }
-        auto [a, b, c, d, e] = hash;
+        std::uint32_t a = hash[0], b = hash[1], c = hash[2], d = hash[3], e = hash[4];
         for (std::size_t i = 0; i < words.size(); ++i) {
             const auto [mixed, constant] = [&]() -> std::pair<std::uint32_t, std::uint32_t> {
                 switch (i / 20) {

@@ -65,7 +65,7 @@ TEST_F(HardQueries, AChainOfTwoHundredQueriesIsFollowedToItsLimit) {
     EXPECT_EQ(open(u"段10").Fields().Count(), 2);
     for (int i = 1; i <= 200; ++i) {
         const Text name = u"段" + toText(i);
-        EXPECT_EQ(open(name).Fields().Count(), i <= 16 ? 2 : 0) << i;
+        EXPECT_EQ(open(name).Fields().Count(), i <= 50 ? 2 : 0) << i;
         EXPECT_NE(open(name).SQL().find(u"SELECT"), Text::npos);
     }
 }

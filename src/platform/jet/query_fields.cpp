@@ -11,7 +11,7 @@
 namespace relvane::jet {
 namespace {
 
-constexpr int maximumDepth = 16;           // of queries on queries
+constexpr int maximumDepth = 50;           // of queries on queries, as in Access
 constexpr std::size_t maximumFields = 255; // of one result
 constexpr std::size_t firstUnnamed = 1000; // Jet calls an expression without a name Expr1000 and so on
 
