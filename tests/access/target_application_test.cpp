@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "jet/open_database.h"
 #include "platform/native_path.h"
 #include "platform/runtime_error.h"
 #include "support/samples.h"
@@ -69,32 +70,140 @@ TEST(TargetApplication, OtherFaultsKeepTheNumbersOfOpening) {
     }
 }
 
-TEST(TargetApplication, NewerFilesOpenButTheirDesignsAreNotReadYet) {
+RunTimeError failureOf(const std::function<void()>& statement) {
+    try {
+        statement();
+    } catch (const RunTimeError& error) {
+        return error;
+    }
+    ADD_FAILURE() << "nothing failed";
+    return RunTimeError(0, {});
+}
+
+// The range of numbers that ends the program.
+bool isFatal(const RunTimeError& error) {
+    return error.number() >= 2449 && error.number() <= 2999;
+}
+
+TEST(TargetApplication, DesignsOfANewerFileSayThatTheyCannotBeReadYet) {
     const Text path = sample("later/northwind-2000-ja.mdb");
     if (path.empty()) {
         return;
     }
     const auto application = newTargetApplication();
     application->OpenCurrentDatabase(path, false);
-    EXPECT_EQ(errorOf([&] { application->DoCmd().OpenReport(u"nothing of that name", acViewPreview); }),
-              2103);
+    auto& commands = application->DoCmd();
+    EXPECT_EQ(errorOf([&] { commands.OpenForm(u"nothing of that name", acViewDesign); }), 2102);
+    EXPECT_EQ(errorOf([&] { commands.OpenReport(u"nothing of that name", acViewDesign); }), 2103);
+    const auto database = jet::openDatabase(path);
+    for (const auto& [container, open] :
+         {std::pair(u"Forms", &DoCmd::OpenForm), std::pair(u"Reports", &DoCmd::OpenReport)}) {
+        const auto& documents = database->Containers().Item(container).Documents();
+        ASSERT_GT(documents.Count(), 0);
+        const Text name = documents.Item(0).Name();
+        const RunTimeError error = failureOf([&] { (commands.*open)(name, acViewDesign); });
+        EXPECT_EQ(error.number(), 3343);
+        EXPECT_FALSE(isFatal(error));
+        EXPECT_NE(error.description().find(u"デザインはまだ読み込めません"), Text::npos);
+        EXPECT_NE(error.description().find(name), Text::npos);
+    }
+    EXPECT_EQ(errorOf([&] { application->Forms(u"x"); }), 2450);
 }
 
-TEST(TargetApplication, OpeningAReportSaysThatItsDesignIsNotRead) {
-    const Text path = sample("access97/nwind.mdb");
-    if (path.empty()) {
-        return;
+class OpenNorthwind : public ::testing::Test {
+protected:
+    void SetUp() override {
+        const Text path = sample("access97/nwind.mdb");
+        if (path.empty()) {
+            GTEST_SKIP() << "no real samples";
+        }
+        application->OpenCurrentDatabase(path, false);
     }
-    const auto application = newTargetApplication();
-    EXPECT_EQ(errorOf([&] { application->DoCmd().OpenReport(u"Catalog", acViewPreview); }), 2467);
-    application->OpenCurrentDatabase(path, false);
-    try {
-        application->DoCmd().OpenReport(u"catalog", acViewPreview);
-        FAIL();
-    } catch (const RunTimeError& error) {
-        EXPECT_EQ(error.number(), 2103);
+    DoCmd& commands() const { return application->DoCmd(); }
+
+    std::shared_ptr<Application> application = newTargetApplication();
+};
+
+TEST_F(OpenNorthwind, NamesThatDoNotExistAndViewsThatAreNotTheDesignAreNotFatal) {
+    EXPECT_EQ(errorOf([&] { commands().OpenForm(u"Catalog", acViewDesign); }), 2102);
+    EXPECT_EQ(errorOf([&] { commands().OpenReport(u"Orders", acViewDesign); }), 2103);
+    EXPECT_EQ(errorOf([&] { commands().OpenReport(u"nothing of that name", acViewPreview); }), 2103);
+    for (const View view : {acViewNormal, acViewPreview}) {
+        const RunTimeError error = failureOf([&] { commands().OpenReport(u"catalog", view); });
+        EXPECT_FALSE(isFatal(error));
         EXPECT_NE(error.description().find(u"デザイン"), Text::npos);
+        EXPECT_FALSE(isFatal(failureOf([&] { commands().OpenForm(u"orders", view); })));
     }
+    EXPECT_EQ(errorOf([&] { application->Forms(u"Orders"); }), 2450);
+    EXPECT_EQ(errorOf([&] { application->Reports(u"Catalog"); }), 2451);
+}
+
+TEST_F(OpenNorthwind, ClosingTakesAFormOutOfForms) {
+    commands().OpenForm(u"oRDERS", acViewDesign);
+    EXPECT_EQ(application->Forms(u"ORDERS").Name(), u"Orders");
+    EXPECT_EQ(errorOf([&] { application->Reports(u"Orders"); }), 2451);
+    commands().Close(acReport, u"Orders", acSaveNo); // another kind of object
+    EXPECT_EQ(application->Forms(u"Orders").Name(), u"Orders");
+    commands().Close(acForm, u"orders", acSaveNo);
+    EXPECT_EQ(errorOf([&] { application->Forms(u"Orders"); }), 2450);
+    commands().Close(acForm, u"Orders", acSaveNo);
+    commands().Close(acForm, u"nothing of that name", acSaveNo);
+}
+
+TEST_F(OpenNorthwind, OpeningTwiceKeepsWhatIsOpen) {
+    commands().OpenForm(u"Orders", acViewDesign);
+    Form& form = application->Forms(u"Orders");
+    form.setVisible(false);
+    commands().OpenForm(u"ORDERS", acViewDesign);
+    EXPECT_EQ(&application->Forms(u"Orders"), &form);
+    EXPECT_EQ(form(u"Visible"), Value(false));
+}
+
+TEST_F(OpenNorthwind, FormsAndReportsAreOpenBesideEachOther) {
+    commands().OpenForm(u"Orders", acViewDesign);
+    Form& orders = application->Forms(u"Orders");
+    Control& control = orders.Controls().Item(0);
+    const Text name = control.Name();
+    commands().OpenForm(u"Customers", acViewDesign);
+    commands().OpenReport(u"Catalog", acViewDesign);
+    EXPECT_EQ(application->Forms(u"Customers").Name(), u"Customers");
+    EXPECT_EQ(application->Reports(u"Catalog").Name(), u"Catalog");
+    commands().Close(acForm, u"Customers", acSaveNo);
+    EXPECT_EQ(&application->Forms(u"Orders"), &orders); // lives until it is closed itself
+    EXPECT_EQ(control(u"Name"), Value(name));
+    EXPECT_EQ(application->Reports(u"Catalog").Name(), u"Catalog");
+}
+
+TEST_F(OpenNorthwind, ClosingTheDatabaseClosesWhatIsOpen) {
+    commands().OpenForm(u"Orders", acViewDesign);
+    application->CloseCurrentDatabase();
+    EXPECT_EQ(errorOf([&] { application->Forms(u"Orders"); }), 2450);
+    EXPECT_EQ(errorOf([&] { commands().OpenForm(u"Orders", acViewDesign); }), 2467);
+    EXPECT_EQ(errorOf([&] { commands().Close(acForm, u"Orders", acSaveNo); }), 2467);
+}
+
+// The pages that hold a row of the catalogue hold the designs as well: one is damaged where its stream begins.
+TEST_F(OpenNorthwind, ADamagedDesignIsNamed) {
+    std::ifstream in(*test::realSample("access97/nwind.mdb"), std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(in)), {});
+    commands().OpenForm(u"Main Switchboard", acViewDesign);
+    const std::string head("\x11\0\x11\0\0\0\0\0\x96\0", 10);
+    std::size_t damaged = 0;
+    for (std::size_t at = bytes.find(head); at != std::string::npos; at = bytes.find(head, at + 1)) {
+        bytes[at + head.size()] = '\x2F'; // an id behind which nothing rises
+        ++damaged;
+    }
+    ASSERT_GT(damaged, 0u);
+    const test::TemporaryFolder folder;
+    std::ofstream(folder / "damaged.mdb", std::ios::binary) << bytes;
+    application->CloseCurrentDatabase();
+    application->OpenCurrentDatabase(textOfNativePath((folder / "damaged.mdb").native()), false);
+    const RunTimeError error = failureOf([&] { commands().OpenForm(u"orders", acViewDesign); });
+    EXPECT_EQ(error.number(), 3049);
+    EXPECT_NE(error.description().find(u"フォーム \"Orders\""), Text::npos);
+    EXPECT_EQ(errorOf([&] { application->Forms(u"Orders"); }), 2450);
+    commands().OpenReport(u"Catalog", acViewDesign); // the others are as whole as before
+    EXPECT_EQ(application->Reports(u"Catalog").Name(), u"Catalog");
 }
 
 } // namespace

@@ -3,8 +3,10 @@
 #include "access/design_properties.h"
 
 #include <algorithm>
-#include <map>
+#include <array>
 #include <vector>
+
+#include "access/name_table.h"
 
 namespace relvane::access {
 namespace {
@@ -1052,46 +1054,18 @@ constexpr PropertyFact page[] = {
 
 // clang-format on
 
-// Every name is plain ASCII, so that capitals need no table.
-constexpr char16_t capital(char16_t letter) {
-    return letter >= u'a' && letter <= u'z' ? static_cast<char16_t>(letter - u'a' + u'A') : letter;
-}
-
-bool comesBefore(TextView left, TextView right) {
-    return std::ranges::lexicographical_compare(left, right, {}, capital, capital);
-}
-
-struct NameOfProperty {
-    TextView name;
-    const PropertyFact* property;
-};
-
-// Both names of each property of a type, in order. A name of the object model goes before one of the export.
-std::vector<NameOfProperty> sortedNames(std::span<const PropertyFact> properties) {
-    std::vector<NameOfProperty> names;
+// The names of a type: those of the object model, which go first, and behind them those of the export.
+NameTable namesOf(std::span<const PropertyFact> properties) {
+    std::vector<TextView> names;
     for (const auto member : {&PropertyFact::modelName, &PropertyFact::name}) {
         for (const PropertyFact& property : properties) {
-            if (!(property.*member).empty()) {
-                names.push_back({property.*member, &property});
-            }
+            names.push_back(property.*member);
         }
     }
-    std::ranges::stable_sort(names, comesBefore, &NameOfProperty::name);
-    return names;
+    return NameTable(names);
 }
 
-const std::vector<NameOfProperty>& namesOf(DesignType type) {
-    static const auto all = [] {
-        std::map<DesignType, std::vector<NameOfProperty>> names;
-        for (const DesignType known : knownTypes()) {
-            names.emplace(known, sortedNames(propertiesOf(known)));
-        }
-        return names;
-    }();
-    static const std::vector<NameOfProperty> noNames;
-    const auto found = all.find(type);
-    return found == all.end() ? noNames : found->second;
-}
+constexpr std::size_t typeCodes = static_cast<std::size_t>(DesignType::BreakLevel) + 1;
 
 } // namespace
 
@@ -1159,9 +1133,17 @@ const PropertyFact* findProperty(DesignType type, PropertyId id) {
 }
 
 const PropertyFact* findProperty(DesignType type, TextView name) {
-    const auto& names = namesOf(type);
-    const auto found = std::ranges::lower_bound(names, name, comesBefore, &NameOfProperty::name);
-    return found == names.end() || comesBefore(name, found->name) ? nullptr : found->property;
+    static const auto tables = [] {
+        std::array<NameTable, typeCodes> all; // that of an unknown code finds nothing
+        for (const DesignType known : knownTypes()) {
+            all[static_cast<std::size_t>(known)] = namesOf(propertiesOf(known));
+        }
+        return all;
+    }();
+    const auto code = static_cast<std::size_t>(type);
+    const auto place = code < typeCodes ? tables[code].find(name) : std::nullopt;
+    const auto facts = propertiesOf(type);
+    return place ? &facts[*place % facts.size()] : nullptr;
 }
 
 Value BuiltIn::value() const {

@@ -100,8 +100,9 @@ const DesignDocument* DesignSource::find(DesignKind kind, TextView name) const {
 
 DesignStreams DesignSource::streams(const DesignDocument& document) const {
     if (!canRead()) {
-        throw RunTimeError(ErrorNumber::UnrecognizedFormat,
-                           document.title() + u": Access97より新しいバージョンのデザインです");
+        throw RunTimeError(static_cast<int>(ErrorNumber::UnrecognizedFormat),
+                           u"Access97より新しいバージョンのデザインはまだ読み込めません。 (" +
+                               document.title() + u")");
     }
     DesignStreams streams;
     try {

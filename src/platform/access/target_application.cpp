@@ -1,5 +1,10 @@
 #include "access/target_application.h"
 
+#include <map>
+#include <optional>
+
+#include "access/design_model.h"
+#include "access/design_source.h"
 #include "jet/jet_file.h"
 #include "jet/open_database.h"
 #include "platform/native_path.h"
@@ -7,7 +12,8 @@
 namespace relvane::access {
 namespace {
 
-constexpr int reportNotFound = 2103, databaseAlreadyOpen = 7867;
+constexpr int formNotFound = 2102, reportNotFound = 2103, formNotOpen = 2450, reportNotOpen = 2451,
+              databaseAlreadyOpen = 7867;
 
 // What Access 97 writes into the property AccessVersion; Access 95 wrote "06.68".
 constexpr TextView access97 = u"07.53";
@@ -24,8 +30,7 @@ bool isOfAccess2(const Text& path) {
 // A file without the property was made by DAO alone; Access 97 opens it.
 bool isOfAccess95(dao::Database& database) {
     const auto version = database.Properties().find(u"AccessVersion");
-    return jet::fileOf(database)->header().isJet3() && version &&
-           toText(version->value) < access97;
+    return jet::fileOf(database)->header().isJet3() && version && toText(version->value) < access97;
 }
 
 // The application is its own DoCmd.
@@ -49,36 +54,85 @@ public:
 
     void CloseCurrentDatabase() override {
         requireDatabase();
+        forms_.clear();
+        reports_.clear();
+        designs_.reset();
         database_.reset();
     }
 
     access::DoCmd& DoCmd() override { return *this; }
     void setVisible(bool) override {} // it has no window
 
-    void OpenReport(const Text& name, View) override {
+    void OpenForm(const Text& name, View view) override {
+        open(forms_, DesignKind::Form, name, view,
+             RunTimeError(formNotFound, u"フォームが見つかりません。 (" + name + u")"), openForm);
+    }
+    void OpenReport(const Text& name, View view) override {
+        open(reports_, DesignKind::Report, name, view,
+             RunTimeError(reportNotFound, u"レポートが見つかりません。 (" + name + u")"), openReport);
+    }
+    void Close(ObjectType type, const Text& name, CloseSave) override {
         requireDatabase();
-        dao::Container* reports = database_->Containers().find(u"Reports");
-        if (reports == nullptr || reports->Documents().find(name) == nullptr) {
-            throw RunTimeError(reportNotFound, u"レポートが見つかりません。 (" + name + u")");
+        if (type == acForm) {
+            forms_.erase(upperCase(name));
+        } else {
+            reports_.erase(upperCase(name));
         }
-        throw RunTimeError(reportNotFound, unreadable() + u" (" + name + u")");
     }
     void Maximize() override { requireDatabase(); }
 
+    Form& Forms(const Text& name) override {
+        const auto found = forms_.find(upperCase(name));
+        if (found == forms_.end()) {
+            throw RunTimeError(formNotOpen, u"フォームは開かれていません。 (" + name + u")");
+        }
+        return *found->second;
+    }
+    Report& Reports(const Text& name) override {
+        const auto found = reports_.find(upperCase(name));
+        if (found == reports_.end()) {
+            throw RunTimeError(reportNotOpen, u"レポートは開かれていません。 (" + name + u")");
+        }
+        return *found->second;
+    }
+
 private:
+    template <class T>
+    using OpenDesigns = std::map<Text, std::shared_ptr<T>>; // by the name in capitals
+
+    // What is open already stays as it is.
+    template <class T, class Open>
+    void open(OpenDesigns<T>& openDesigns, DesignKind kind, const Text& name, View view,
+              const RunTimeError& notFound, Open openDesign) {
+        requireDatabase();
+        if (!designs_) {
+            designs_.emplace(jet::fileOf(*database_));
+        }
+        const DesignDocument* document = designs_->find(kind, name);
+        if (document == nullptr) {
+            throw notFound;
+        }
+        if (view != acViewDesign) {
+            throw RunTimeError(ErrorNumber::InvalidProcedureCall,
+                               document->title() + u": デザイン ビューだけで開けます");
+        }
+        const Text key = upperCase(name);
+        if (!openDesigns.contains(key)) {
+            openDesigns.emplace(key,
+                                openDesign(designs_->design(*document), document->name, document->hasModule));
+        }
+    }
     void requireDatabase() const {
         if (!database_) {
             throw RunTimeError(ErrorNumber::NoCurrentDatabase);
         }
     }
-    Text unreadable() const {
-        return jet::fileOf(*database_)->header().isJet3()
-                   ? u"デザインはまだ読み込めません。"
-                   : u"Access97より新しいバージョンのファイルのデザインはまだ読み込めません。";
-    }
 
     jet::LinkResolver resolveLink_;
     std::shared_ptr<dao::Database> database_;
+    std::optional<DesignSource> designs_; // of the database, from the first form or report on
+    OpenDesigns<Form> forms_;
+    OpenDesigns<Report> reports_;
 };
 
 } // namespace

@@ -1,0 +1,225 @@
+#include "access/model_class.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
+namespace relvane::access {
+namespace {
+
+// What follows from an object without being stored under its name.
+
+constexpr std::int64_t bold = 700; // FontWeight
+
+Value nameOfObject(const DesignObject& object) {
+    return object.name();
+}
+
+Value controlType(const DesignObject& object) {
+    return std::int64_t{controlTypeOf(object.type())};
+}
+
+Value sectionNumber(const DesignObject& object) {
+    const DesignObject* section = object.section();
+    return std::int64_t{section == nullptr ? 0 : section->sectionIndex()};
+}
+
+// Stored only where it is not the name itself.
+Value eventProcPrefix(const DesignObject& object) {
+    const auto stored = object.value(u"EventProcPrefix");
+    return stored && isNotEmptyText(*stored) ? *stored : Value(object.name());
+}
+
+Value fontBold(const DesignObject& object) {
+    const Value weight = object[u"FontWeight"];
+    const auto* number = std::get_if<std::int64_t>(&weight);
+    return number != nullptr && *number >= bold;
+}
+
+// A page without a caption shows its name on the tab.
+Value captionOfPage(const DesignObject& object) {
+    const Value caption = object[u"Caption"];
+    return isNotEmptyText(caption) ? caption : Value(object.name());
+}
+
+// 0 none, 1 only to minimise, 2 only to maximise, 3 both.
+Value minMaxButtons(const DesignObject& object) {
+    return std::int64_t{toBoolean(object[u"MinButton"]) ? 1 : 0} + (toBoolean(object[u"MaxButton"]) ? 2 : 0);
+}
+
+Value alwaysTrue(const DesignObject&) {
+    return true;
+}
+
+Value alwaysFalse(const DesignObject&) {
+    return false;
+}
+
+Value zero(const DesignObject&) {
+    return std::int64_t{0};
+}
+
+// Numbers that analyses compute with, where the object stores none and the built-in value is not known: a choice without
+// a value is 0, and a place or size that nothing tells is taken as 0 rather than as Null, which cannot be measured.
+constexpr TextView zeroWhenUnknown[] = {u"OptionValue", u"Left", u"Top", u"Width", u"Height"};
+
+struct Computed {
+    TextView name;
+    Value (*compute)(const DesignObject&);
+};
+
+constexpr Computed ofRoots[] = {{u"MinMaxButtons", minMaxButtons}};
+constexpr Computed ofSections[] = {{u"EventProcPrefix", eventProcPrefix}};
+constexpr Computed ofControls[] = {{u"EventProcPrefix", eventProcPrefix},
+                                   {u"Name", nameOfObject},
+                                   {u"ControlType", controlType},
+                                   {u"Section", sectionNumber},
+                                   {u"InSelection", alwaysFalse}};
+// Where a design keeps none of its own: page breaks cannot be hidden in Access 97.
+constexpr Computed unlessStored[] = {{u"Visible", alwaysTrue}};
+// Nothing is known of a control of an unknown type, but that it has these.
+constexpr Computed ofUnknownControls[] = {
+    {u"Left", zero}, {u"Top", zero}, {u"Width", zero}, {u"Height", zero}};
+
+Value whenUnknown(const PropertyFact& fact) {
+    if (fact.kind == ValueKind::Text) {
+        return Text();
+    }
+    return std::ranges::find(zeroWhenUnknown, fact.modelName) != std::end(zeroWhenUnknown)
+               ? Value(std::int64_t{0})
+               : Null{};
+}
+
+} // namespace
+
+// All classes there are. They are made together, on the first question.
+class ModelClasses {
+public:
+    ModelClasses() {
+        for (const DesignType type : knownTypes()) {
+            for (const auto arrangement :
+                 {Arrangement::WithColumns, Arrangement::WithoutColumns, Arrangement::InOptionGroup}) {
+                add(type, arrangement);
+            }
+        }
+        add(unknownControl, Arrangement::WithoutColumns);
+    }
+    const ModelClass& of(const DesignObject& object) const {
+        return isKnown(object.type()) ? *classes_.at({object.type(), arrangementOf(object)})
+                                      : *classes_.at({unknownControl, Arrangement::WithoutColumns});
+    }
+
+private:
+    static constexpr DesignType unknownControl{0}; // stands for all of them: none has properties of its own
+
+    void add(DesignType type, Arrangement arrangement) {
+        classes_.emplace(std::pair(type, arrangement),
+                         std::unique_ptr<ModelClass>(new ModelClass(type, arrangement)));
+    }
+
+    std::map<std::pair<DesignType, Arrangement>, std::unique_ptr<ModelClass>> classes_;
+};
+
+const ModelClass& ModelClass::of(const DesignObject& object) {
+    static const ModelClasses classes;
+    return classes.of(object);
+}
+
+ModelClass::ModelClass(DesignType type, Arrangement arrangement) {
+    const auto compute = [&](std::span<const Computed> list) {
+        for (const Computed& computed : list) {
+            members_.push_back({computed.name, nullptr, computed.compute});
+        }
+    };
+    const auto stores = [&](TextView name) { return findProperty(type, name) != nullptr; };
+    if (isRoot(type)) {
+        compute(ofRoots);
+    } else if (isSection(type)) {
+        compute(ofSections);
+    } else if (isControl(type)) {
+        compute(ofControls);
+        if (type == DesignType::Page) {
+            members_.push_back({u"Caption", nullptr, captionOfPage});
+        }
+        if (stores(u"FontWeight")) {
+            members_.push_back({u"FontBold", nullptr, fontBold});
+        }
+        if (!stores(u"Visible")) {
+            compute(unlessStored);
+        }
+        if (!isKnown(type)) {
+            compute(ofUnknownControls);
+        }
+    }
+    for (const auto member : {&PropertyFact::modelName, &PropertyFact::name}) {
+        for (const PropertyFact& fact : propertiesOf(type)) {
+            if (!fact.modelName.empty()) {
+                members_.push_back({fact.*member, &fact, nullptr, whenUnknown(fact)});
+            }
+        }
+    }
+
+    std::vector<PropertyPlace> places = propertyPlaces(type, arrangement);
+    for (const PropertyPlace& place : places) {
+        if (!place.isSupposed && !place.name.empty()) {
+            members_.push_back({place.name}); // for those of which no more is known
+        }
+    }
+    std::vector<TextView> names;
+    for (const Member& member : members_) {
+        names.push_back(member.name);
+    }
+    names_ = NameTable(names);
+
+    for (const PropertyPlace& place : places) {
+        places_.push_back(
+            {place.isSupposed ? TextView() : place.name, place.showsValue ? find(place.name) : nullptr});
+    }
+    if (places.empty()) {
+        // The order of this type is not known. Each property has a place all the same: what follows from the object
+        // first, the others as they are stored.
+        for (std::size_t i = 0; i < members_.size(); ++i) {
+            if (names_.find(members_[i].name) == i) {
+                places_.push_back({members_[i].name, &members_[i]});
+            }
+        }
+    }
+}
+
+const ModelClass::Member* ModelClass::find(TextView name) const {
+    const auto place = names_.find(name);
+    return place ? &members_[*place] : nullptr;
+}
+
+Value ModelClass::Member::valueIn(const DesignObject& object) const {
+    if (computed != nullptr) {
+        return computed(object);
+    }
+    if (stored == nullptr) {
+        return Text();
+    }
+    Value value = object.value(*stored);
+    return std::holds_alternative<Null>(value) ? whenUnknown : value;
+}
+
+Value ModelClass::value(const DesignObject& object, TextView name) const {
+    const Member* member = find(name);
+    if (member == nullptr) {
+        throw RunTimeError(ErrorNumber::PropertyNotSupported, name);
+    }
+    return member->valueIn(object);
+}
+
+Property ModelClass::at(const DesignObject& object, int position) const {
+    if (position < 0 || position >= count()) {
+        return {{}, Text()};
+    }
+    const Place& place = places_[static_cast<std::size_t>(position)];
+    Value value = place.member == nullptr ? Text() : place.member->valueIn(object);
+    if (std::holds_alternative<Bytes>(value)) {
+        value = Text();
+    }
+    return {Text(place.name), std::move(value)};
+}
+
+} // namespace relvane::access

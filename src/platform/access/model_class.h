@@ -1,0 +1,49 @@
+// The properties that the object model shows of one kind of object: by name, and by position. Some are stored in the
+// design, some follow from the object, and a few have a name but no value that a design could tell.
+#pragma once
+
+#include "access/name_table.h"
+#include "access/property_positions.h"
+#include "platform/access.h"
+
+namespace relvane::access {
+
+class ModelClass {
+public:
+    // The class of a form, report, section, group level or control; it lives as long as the program.
+    static const ModelClass& of(const DesignObject& object);
+
+    // The value of a property of an object of this class. Error 438 when the class has no such property.
+    // Texts are never Null, a place or a size neither; Null is a picture or other data that is not there, and a number
+    // whose built-in value is not known. Data comes as Bytes.
+    Value value(const DesignObject& object, TextView name) const;
+
+    int count() const { return static_cast<int>(places_.size()); }
+    // As Properties::Item. Data is an empty text here: who lists values by position prints them.
+    Property at(const DesignObject& object, int position) const;
+
+private:
+    struct Member {
+        TextView name;
+        const PropertyFact* stored = nullptr;
+        Value (*computed)(const DesignObject&) = nullptr; // goes before what is stored
+        Value whenUnknown{};                              // neither stored nor built in
+        Value valueIn(const DesignObject& object) const;
+    };
+    struct Place {
+        TextView name;                  // empty when it is not certain
+        const Member* member = nullptr; // nullptr: an empty text
+    };
+
+    ModelClass(DesignType type, Arrangement arrangement);
+    ModelClass(const ModelClass&) = delete;
+    const Member* find(TextView name) const;
+
+    std::vector<Member> members_;
+    NameTable names_; // of members_
+    std::vector<Place> places_;
+
+    friend class ModelClasses;
+};
+
+} // namespace relvane::access
