@@ -1,6 +1,7 @@
 // Rows as the analyses write them, in a work database as it is installed: the reports read it through its views.
 #pragma once
 
+#include <array>
 #include <initializer_list>
 #include <memory>
 #include <utility>
@@ -30,6 +31,18 @@ public:
     void addIndexes(const Text& table, const std::vector<std::vector<Text>>& indexes);
     // Option 1 writes name, type and SQL alone; option 2 no SQL.
     void addQuery(const Text& name, const Text& type, const Value& sql, int fields, int option = 3);
+    // A form or report, with its attributes; its controls are those added behind it. Option 1 is the simple list.
+    void addForm(const Text& name, const Text& recordSource, int option = 2);
+    void addReport(const Text& name, const Text& recordSource, int option = 2);
+    void addGroupLevel(const Text& source, std::int64_t order, bool header, std::int64_t unit,
+                       std::int64_t interval, std::int64_t together);
+    // A property: group, label, value.
+    using Property = std::array<Text, 3>;
+    void addControl(const Text& name, const Text& type, const Text& place,
+                    const std::vector<Property>& properties);
+    // Controls of all types in turn, with the rows that each of them usually has.
+    void addControls(int count);
+    void addCensus(const Text& kind, const Text& name, const std::vector<std::int64_t>& counts);
     void addFile(const Text& name, double kilobytes, const Text& folder, bool readOnly);
 
     // Closes the cursors that write, and gives the store.
@@ -39,7 +52,9 @@ private:
     TemporaryFolder folder_;
     std::shared_ptr<RowStore> store_;
     std::vector<std::pair<Text, std::unique_ptr<Recordset>>> writers_;
-    std::int64_t tables_ = 0, indexed_ = 0, queries_ = 0, files_ = 0;
+    std::int64_t tables_ = 0, indexed_ = 0, queries_ = 0, files_ = 0, forms_ = 0, reports_ = 0, controls_ = 0,
+                 levels_ = 0, counted_ = 0;
+    bool onReport_ = false; // the controls
 };
 
 // Names of 150 characters: full-width, half-width, Latin without a blank.

@@ -173,6 +173,23 @@ TEST(IndexList, KeepsAnIndexTogetherAndNamesTheTableOnEveryPage) {
     EXPECT_THAT(pdfText(pdf, "-f 2 -l 2"), HasSubstr("索引の多い表(続き)"));
 }
 
+TEST(IndexList, RepeatsTheNameOfAnIndexThatIsCut) {
+    AnalysedStore store;
+    std::vector<Text> fields;
+    for (int i = 0; i < 40; ++i) {
+        fields.push_back(text("項目" + std::to_string(i)));
+    }
+    store.addIndexes(text("索引の長い表"), {fields, {text("別の項目")}});
+    const auto document = reports::open(store.rows(), u"R_RvTblIndex", printed);
+    const auto pdf = printed_pdf(document, "index-list-cut");
+    EXPECT_THAT(pdfText(pdf, "-f 1 -l 1"), Not(HasSubstr("(続き)")));
+    const std::string second = pdfText(pdf, "-f 2 -l 2");
+    EXPECT_THAT(second, HasSubstr("索引の長い表(続き)"));
+    EXPECT_THAT(second, HasSubstr("PrimaryKey(続き)"));
+    EXPECT_EQ(document.search(u"PrimaryKey").size(), static_cast<std::size_t>(document.pageCount()));
+    EXPECT_THAT(squeezed(pdfText(pdf)), HasSubstr(squeezed("インデックス 2 件、フィールド 41 件")));
+}
+
 TEST(IndexList, SaysThatThereIsNothing) {
     AnalysedStore store;
     const auto document = reports::open(store.rows(), u"R_RvTblIndex", printed);

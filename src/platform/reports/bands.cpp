@@ -12,27 +12,47 @@ using style::cellPadY;
 
 constexpr std::size_t uncutBlock = 24; // strips; a longer attribute block may be cut
 
+bool isSource(const std::optional<Condition>& source, const Row& row) {
+    return source && holds(*source, row);
+}
+
+// Vertical rules over the whole height of a block.
+void addVerticals(Block& block, const std::vector<double>& edges) {
+    for (Strip& strip : block.strips) {
+        for (const double edge : edges) {
+            strip.items.push_back(ruleItem(edge, 0, edge, strip.height, style::thin));
+        }
+    }
+}
+
 } // namespace
 
 Bands::Bands(const ReportDefinition& definition, Fonts& fonts, double width)
     : definition_(definition), fonts_(fonts), width_(width) {
     for (const Table& table : definition.tables) {
-        double fixed = 0, shares = 0;
-        for (const Column& column : table.columns) {
-            fixed += column.width * style::mm;
-            shares += column.width > 0 ? 0 : column.share;
-        }
-        if (fixed > width + 1 || (shares > 0 && (width - fixed) / shares < 8 * style::mm)) {
-            throw RunTimeError(ErrorNumber::DatabaseDamaged,
-                               definition.name + u": the columns are wider than the page");
-        }
-        std::vector<double> edges{0};
-        for (const Column& column : table.columns) {
-            edges.push_back(edges.back() + (column.width > 0 ? column.width * style::mm
-                                                             : (width - fixed) * column.share / shares));
-        }
-        edges_.push_back(std::move(edges));
+        edges_.push_back(edgesOf(table.columns, table.indent * style::mm));
     }
+    for (const Group& group : definition.groups) {
+        groupEdges_.push_back(edgesOf(group.columns, 0));
+    }
+}
+
+Bands::Edges Bands::edgesOf(const std::vector<Column>& columns, double indent) const {
+    double fixed = indent, shares = 0;
+    for (const Column& column : columns) {
+        fixed += column.width * style::mm;
+        shares += column.width > 0 ? 0 : column.share;
+    }
+    if (fixed > width_ + 1 || (shares > 0 && (width_ - fixed) / shares < 8 * style::mm)) {
+        throw RunTimeError(ErrorNumber::DatabaseDamaged,
+                           definition_.name + u": the columns are wider than the page");
+    }
+    Edges edges{indent};
+    for (const Column& column : columns) {
+        edges.push_back(edges.back() + (column.width > 0 ? column.width * style::mm
+                                                         : (width_ - fixed) * column.share / shares));
+    }
+    return edges;
 }
 
 Bands::Cell Bands::cell(const style::TextStyle& textStyle, const QString& text, double x, double width,
@@ -89,7 +109,11 @@ Block Bands::block(const std::vector<Cell>& cells, double padTop, double padBott
     return block;
 }
 
-Block Bands::bar(const Group& group, const Row& row, bool continued) {
+Block Bands::bar(std::size_t level, const Row& row, bool continued) {
+    const Group& group = definition_.groups[level];
+    if (!group.columns.empty()) {
+        return columnsBar(level, row, continued);
+    }
     if (group.style == BarStyle::None) {
         return {};
     }
@@ -136,18 +160,18 @@ Block Bands::bar(const Group& group, const Row& row, bool continued) {
     return result;
 }
 
-void Bands::addPair(Block& target, const std::vector<const Attribute*>& pair,
-                    const std::vector<QString>& texts, double labelWidth) {
+void Bands::addPair(Block& target, const std::vector<Shown>& pair, double labelWidth) {
     const double half = width_ / 2;
     std::vector<Cell> cells;
     std::vector<double> edges{0};
     for (std::size_t i = 0; i < pair.size(); ++i) {
         const double left = i == 0 ? 0 : half;
-        const double right = pair[i]->wide || i == 1 ? width_ : half;
-        cells.push_back(cell(style::note, toQString(pair[i]->label), left + cellPadX,
-                             labelWidth - 2 * cellPadX, Wrap::Words));
-        cells.push_back(cell(style::table, texts[i], left + labelWidth + cellPadX,
-                             right - left - labelWidth - 2 * cellPadX, pair[i]->wrap));
+        const double right =
+            pair.size() == 1 || i == 1 ? width_ : half; // one that stands alone takes the line
+        cells.push_back(
+            cell(style::note, pair[i].label, left + cellPadX, labelWidth - 2 * cellPadX, Wrap::Words));
+        cells.push_back(cell(style::table, pair[i].text, left + labelWidth + cellPadX,
+                             right - left - labelWidth - 2 * cellPadX, pair[i].wrap));
         edges.push_back(left + labelWidth);
         edges.push_back(right);
     }
@@ -168,19 +192,18 @@ void Bands::addPair(Block& target, const std::vector<const Attribute*>& pair,
 }
 
 // The label over the whole width, the text below it.
-void Bands::addTextBlock(Block& target, const Attribute& attribute, const QString& text) {
+void Bands::addTextBlock(Block& target, const Shown& shown) {
     const double inset = 2 * cellPadX;
-    Block label =
-        block({cell(style::note, toQString(attribute.label), cellPadX, width_ - 2 * cellPadX, Wrap::Words)},
-              cellPadY, cellPadY);
+    Block label = block({cell(style::note, shown.label, cellPadX, width_ - 2 * cellPadX, Wrap::Words)},
+                        cellPadY, cellPadY);
     for (Strip& strip : label.strips) {
         strip.items.insert(strip.items.begin(), fillItem(0, 0, width_, strip.height, style::labelGround));
     }
     Strip& under = label.strips.back();
     under.items.push_back(ruleItem(0, under.height, width_, under.height, style::thin));
 
-    Block lines = block({cell(style::table, text, inset, width_ - 2 * inset, attribute.wrap)}, 1.5 * cellPadY,
-                        1.5 * cellPadY);
+    Block lines = block({cell(style::table, shown.text, inset, width_ - 2 * inset, shown.wrap)},
+                        1.5 * cellPadY, 1.5 * cellPadY);
     Strip& last = lines.strips.back();
     last.items.push_back(ruleItem(0, last.height, width_, last.height, style::thin));
     label.append(std::move(lines));
@@ -194,8 +217,7 @@ void Bands::addTextBlock(Block& target, const Attribute& attribute, const QStrin
 
 Block Bands::attributes(const AttributeBlock& attributes, const Row& row) {
     Block result;
-    std::vector<const Attribute*> pair;
-    std::vector<QString> texts;
+    std::vector<Shown> pair;
     std::size_t kept = 0; // strips up to the first long text and its first lines
     const double labelWidth = std::min(attributes.labelWidth * style::mm, width_ / 4);
     const auto flush = [&] {
@@ -203,16 +225,15 @@ Block Bands::attributes(const AttributeBlock& attributes, const Row& row) {
             return;
         }
         const std::size_t before = result.strips.size();
-        if (pair.front()->block) {
-            addTextBlock(result, *pair.front(), texts.front());
+        if (pair.front().block) {
+            addTextBlock(result, pair.front());
         } else {
-            addPair(result, pair, texts, labelWidth);
+            addPair(result, pair, labelWidth);
         }
         if (kept == before) {
             kept = std::min(result.strips.size(), before + style::keptLines);
         }
         pair.clear();
-        texts.clear();
     };
     for (const Attribute& attribute : attributes.attributes) {
         QString text = textOf(attribute.text, row, definition_);
@@ -223,8 +244,8 @@ Block Bands::attributes(const AttributeBlock& attributes, const Row& row) {
         if (whole) {
             flush();
         }
-        pair.push_back(&attribute);
-        texts.push_back(std::move(text));
+        const Wrap how = isSource(attribute.source, row) ? Wrap::Source : attribute.wrap;
+        pair.push_back({textOf(attribute.label, row, definition_), std::move(text), how, attribute.block});
         if (whole || pair.size() == 2) {
             flush();
         }
@@ -256,9 +277,8 @@ Block Bands::head(const HeadBlock& head, const Row& row) {
     return result;
 }
 
-Block Bands::heading(std::size_t table) {
-    const std::vector<Column>& columns = definition_.tables[table].columns;
-    const std::vector<double>& edges = edges_[table];
+// `last` when nothing of the heading stands below.
+Block Bands::headingOf(const std::vector<Column>& columns, const Edges& edges, bool last) {
     std::vector<Cell> cells;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         cells.push_back(cell(style::note, toQString(columns[i].heading), edges[i] + cellPadX,
@@ -271,29 +291,87 @@ Block Bands::heading(std::size_t table) {
                            fillItem(0, 0, edges.back(), strip.height, style::headingGround));
     }
     if (!result.empty()) {
-        result.strips.front().items.push_back(ruleItem(0, 0, edges.back(), 0, style::thin));
-        Strip& last = result.strips.back();
-        last.items.push_back(ruleItem(0, last.height, edges.back(), last.height, style::medium));
+        result.strips.front().items.push_back(ruleItem(edges.front(), 0, edges.back(), 0, style::thin));
+        if (last) {
+            Strip& bottom = result.strips.back();
+            bottom.items.push_back(ruleItem(0, bottom.height, edges.back(), bottom.height, style::medium));
+        }
     }
     return result;
 }
 
-Block Bands::row(std::size_t table, const Row& row, const Totals& totals, const Row* continuation) {
+Block Bands::tableHeading(std::size_t table) {
     const Table& definition = definition_.tables[table];
-    const std::vector<double>& edges = edges_[table];
+    return definition.heading && definition.within < 0 ? headingOf(definition.columns, edges_[table], true)
+                                                       : Block();
+}
+
+Block Bands::heading(std::size_t group) {
+    const std::vector<Table>& tables = definition_.tables;
+    const auto inside = std::find_if(tables.begin(), tables.end(), [&](const Table& table) {
+        return table.heading && table.within == static_cast<int>(group);
+    });
+    Block result = headingOf(definition_.groups[group].columns, groupEdges_[group], inside == tables.end());
+    addVerticals(result, groupEdges_[group]);
+    if (inside != tables.end()) {
+        const Edges& edges = edges_[static_cast<std::size_t>(inside - tables.begin())];
+        Block second = headingOf(inside->columns, edges, true);
+        addVerticals(second, edges);
+        addVerticals(second, {0});
+        result.append(std::move(second));
+    }
+    result.kept = static_cast<int>(result.strips.size());
+    return result;
+}
+
+// The cell of a column; `pad` is the air left and right of the text.
+Bands::Cell Bands::columnCell(const Column& column, const QString& text, const Edges& edges,
+                              std::size_t index, double pad, Wrap how) {
+    const double width = edges[index + 1] - edges[index] - 2 * pad;
+    const style::TextStyle& look = column.bold    ? style::tableBold
+                                   : column.faint ? style::tableFaint
+                                                  : style::table;
+    const QString shown = column.grow ? text : elide(fonts_, fonts_.number(look), text, width);
+    return cell(look, shown, edges[index] + pad, width, how, column.align);
+}
+
+Block Bands::columnsBar(std::size_t level, const Row& row, bool continued) {
+    const Group& group = definition_.groups[level];
+    const Edges& edges = groupEdges_[level];
+    std::vector<Cell> cells;
+    for (std::size_t i = 0; i < group.columns.size(); ++i) {
+        const Column& column = group.columns[i];
+        QString text = textOf(column.text, row, definition_);
+        if (continued && i == 0) {
+            text += QString::fromUtf16(style::continued);
+        }
+        cells.push_back(columnCell(column, text, edges, i, cellPadX, column.wrap));
+    }
+    Block result = block(cells, cellPadY, cellPadY);
+    result.kept = static_cast<int>(result.strips.size());
+    for (Strip& strip : result.strips) {
+        strip.items.insert(strip.items.begin(), fillItem(0, 0, edges.back(), strip.height, style::subGround));
+    }
+    addVerticals(result, edges);
+    Strip& last = result.strips.back();
+    result.strips.front().items.push_back(ruleItem(0, 0, edges.back(), 0, style::thin));
+    last.items.push_back(ruleItem(0, last.height, edges.back(), last.height, style::thin));
+    return result;
+}
+
+Block Bands::row(std::size_t table, const Row& row, const Totals& totals, const Row* continuation,
+                 Place place) {
+    const Table& definition = definition_.tables[table];
+    const Edges& edges = edges_[table];
     const bool open = definition.rules == Rules::None;
     std::vector<Cell> cells;
     cells.reserve(definition.columns.size());
     for (std::size_t i = 0; i < definition.columns.size(); ++i) {
         const Column& column = definition.columns[i];
-        const double padX = open ? cellPadX / 2 : cellPadX;
-        const double x = edges[i] + padX, width = edges[i + 1] - edges[i] - 2 * padX;
-        const style::TextStyle& textStyle = column.faint ? style::tableFaint : style::table;
-        QString text = textOf(column.text, row, definition_, &totals);
-        if (!column.grow) {
-            text = elide(fonts_, fonts_.number(textStyle), text, width);
-        }
-        cells.push_back(cell(textStyle, text, x, width, column.wrap, column.align));
+        const bool again = place == Place::Top && !column.again.empty();
+        const QString text = textOf(again ? column.again : column.text, row, definition_, &totals);
+        cells.push_back(columnCell(column, text, edges, i, open ? cellPadX / 2 : cellPadX,
+                                   isSource(column.source, row) ? Wrap::Source : column.wrap));
     }
     const double pad = open ? 0 : cellPadY;
     Block result = block(cells, pad, pad);
@@ -308,6 +386,52 @@ Block Bands::row(std::size_t table, const Row& row, const Totals& totals, const 
             }
         }
     }
+    return result;
+}
+
+// The label stands over the columns before the first that has a total.
+Block Bands::totalsRow(const QString& label, const Row& last, const Totals& totals, bool ofReport) {
+    const std::vector<Column>& columns = definition_.tables.front().columns;
+    const Edges& edges = edges_.front();
+    const auto first =
+        static_cast<std::size_t>(std::find_if(columns.begin(), columns.end(),
+                                              [](const Column& column) { return !column.total.empty(); }) -
+                                 columns.begin());
+    const double width = edges[first] - edges.front() - 2 * cellPadX;
+    std::vector<Cell> cells{cell(style::tableBold, label, edges.front() + cellPadX, width, Wrap::Words)};
+    Edges drawn{edges.front()};
+    for (std::size_t i = first; i < columns.size(); ++i) {
+        Column column = columns[i];
+        column.bold = true;
+        cells.push_back(columnCell(column, textOf(column.total, last, definition_, &totals), edges, i,
+                                   cellPadX, column.wrap));
+        drawn.push_back(edges[i]);
+    }
+    drawn.push_back(edges.back());
+    Block result = block(cells, cellPadY, cellPadY);
+    result.kept = static_cast<int>(result.strips.size());
+    for (Strip& strip : result.strips) {
+        strip.items.insert(strip.items.begin(),
+                           fillItem(edges.front(), 0, edges.back() - edges.front(), strip.height,
+                                    ofReport ? style::barGround : style::subGround));
+    }
+    addVerticals(result, drawn);
+    result.strips.front().items.push_back(ruleItem(edges.front(), 0, edges.back(), 0, style::medium));
+    Strip& bottom = result.strips.back();
+    bottom.items.push_back(ruleItem(edges.front(), bottom.height, edges.back(), bottom.height, style::thin));
+    if (ofReport) {
+        result.strips.insert(result.strips.begin(), {style::groupGap, {}});
+        ++result.kept;
+    }
+    return result;
+}
+
+Block Bands::closing(const Closing& closing, const Row& last, const Totals& totals, bool ofReport) {
+    const QString label = textOf(closing.totals, last, definition_, &totals);
+    Block result = label.isEmpty() ? Block() : totalsRow(label, last, totals, ofReport);
+    Block noted = counts(closing.counts, totals, ofReport);
+    result.kept = (result.empty() ? 0 : result.kept) + noted.kept;
+    result.append(std::move(noted));
     return result;
 }
 

@@ -16,14 +16,20 @@ public:
     double width() const { return width_; }
 
     Block head(const HeadBlock& head, const Row& row);
-    Block bar(const Group& group, const Row& row, bool continued);
+    Block bar(std::size_t group, const Row& row, bool continued);
     Block attributes(const AttributeBlock& block, const Row& row);
-    Block heading(std::size_t table);
-    // `continuation` is the next row when it belongs to this one: the rule between them stands only over its texts.
-    Block row(std::size_t table, const Row& row, const Totals& totals, const Row* continuation);
+    // Of a group with columns, with that of the tables inside below it.
+    Block heading(std::size_t group);
+    // Nothing where the table has none, or has it with its group's.
+    Block tableHeading(std::size_t table);
+    // `continuation` is the next row when it belongs to this one: the rule between them stands only over its texts. At
+    // the top of a page a row that continues one shows again of what.
+    enum class Place { Anywhere, Top };
+    Block row(std::size_t table, const Row& row, const Totals& totals, const Row* continuation,
+              Place place = Place::Anywhere);
     Block note(const QString& text);
-    // Nothing when all counts are left out.
-    Block counts(const std::vector<Count>& counts, const Totals& totals, bool ofReport);
+    // The row of totals and the counts. Nothing when all counts are left out.
+    Block closing(const Closing& closing, const Row& last, const Totals& totals, bool ofReport);
 
     // Where the columns of a table begin, and the right end of the last.
     const std::vector<double>& edges(std::size_t table) const { return edges_[table]; }
@@ -37,17 +43,30 @@ private:
         Align align = Align::Left;
         bool mark = false; // at wraps
     };
+    using Edges = std::vector<double>;
+    Edges edgesOf(const std::vector<Column>& columns, double indent) const;
+    Cell columnCell(const Column& column, const QString& text, const Edges& edges, std::size_t index,
+                    double pad, Wrap how);
     Cell cell(const style::TextStyle& style, const QString& text, double x, double width, Wrap wrap,
               Align align = Align::Left);
     Block block(const std::vector<Cell>& cells, double padTop, double padBottom);
-    void addTextBlock(Block& target, const Attribute& attribute, const QString& text);
-    void addPair(Block& target, const std::vector<const Attribute*>& pair, const std::vector<QString>& texts,
-                 double labelWidth);
+    Block headingOf(const std::vector<Column>& columns, const Edges& edges, bool last);
+    Block columnsBar(std::size_t group, const Row& row, bool continued);
+    Block totalsRow(const QString& label, const Row& last, const Totals& totals, bool ofReport);
+    Block counts(const std::vector<Count>& counts, const Totals& totals, bool ofReport);
+    struct Shown { // an attribute of a row
+        QString label, text;
+        Wrap wrap;
+        bool block; // the label above the text
+    };
+    void addTextBlock(Block& target, const Shown& shown);
+    void addPair(Block& target, const std::vector<Shown>& pair, double labelWidth);
 
     const ReportDefinition& definition_;
     Fonts& fonts_;
     double width_;
-    std::vector<std::vector<double>> edges_;
+    std::vector<Edges> edges_;      // of the tables
+    std::vector<Edges> groupEdges_; // of the groups with columns
     int nextCell_ = 1;
 };
 

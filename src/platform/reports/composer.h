@@ -1,14 +1,13 @@
 // Fills pages with the blocks of a list report, one page after the other, from any remembered position.
 //
-// The rows are walked in order; what a row leads to is a list of steps: groups that end before it, groups that
-// begin with it, the row itself. A position is a row, a step and a strip of the step's block, with the totals as
-// they stood before the row; from it the same page comes out again.
+// The rows are walked in order, and the steps that each leads to. A position is a row, a step and a strip of the step's
+// block, with the totals as they stood before the row; from it the same page comes out again.
 #pragma once
 
 #include <vector>
 
-#include "reports/bands.h"
 #include "reports/report_document.h"
+#include "reports/steps.h"
 
 namespace relvane::reports {
 
@@ -40,28 +39,16 @@ public:
     void compose(Page& page, std::vector<OutlineEntry>* outline, int pageNumber);
 
 private:
-    enum class Kind { Head, Empty, Close, Open, Row, Foot };
-    struct Step {
-        Kind kind;
-        std::size_t level = 0; // of a group; of a head block
-        Block block;
-    };
-
-    void prepare();
-    void addSteps(const Row* previous, const Row* current);
-    void addOpen(std::size_t level, const Row& row);
-    void addRow(const Row& row);
-    std::size_t firstChange(const Row& left, const Row& right) const;
-    int tableFor(const Row& row) const;
-
     void beginColumn();
+    void repeatBar(std::size_t level, const Row& row);
     bool placeStep(); // false when the column is full
     bool placeStrips(Step& step);
+    void place(Block block);
+    void openTable(const Step& step);
     void closeTable();
+    bool asksForHeading(std::size_t level) const;
     double gapBefore(const Step& step) const;
-    double required(std::size_t step, bool tableOpen) const;
-    const Row* neighbour(const Row& row, std::int64_t number) const;
-    const Row* continuation(const Row& row, std::int64_t number) const;
+    double required(std::size_t step, bool tableOpen, bool headingOpen) const;
     double closingHeight(std::int64_t row) const;
     double followingHeight() const;
     void remember(const Step& step);
@@ -69,14 +56,11 @@ private:
     const ReportDefinition& definition_;
     Bands& bands_;
     Rows& rows_;
-    std::vector<std::optional<Row>> heads_;
+    Steps steps_; // of the row at position_
     Body body_;
     double countHeight_ = 0;
 
     Position position_;
-    std::vector<Step> steps_; // of the row at position_
-    std::vector<Totals> after_;
-    int table_ = -1; // that prints the row at position_
     bool atEnd_ = false;
 
     // The page and column being filled.
@@ -87,6 +71,7 @@ private:
     bool columnFresh_ = true, pageFresh_ = true, wantsPage_ = false;
     int openTable_ = -1;
     double tableTop_ = 0;
+    bool headingOpen_ = false; // of a group with columns stands above
     std::int64_t firstRow_ = -1, lastRow_ = -1;
 };
 

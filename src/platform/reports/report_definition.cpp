@@ -11,13 +11,14 @@
 namespace relvane::reports {
 namespace {
 
-constexpr std::array<std::pair<TextView, Format>, 8> formats{{
+constexpr std::array<std::pair<TextView, Format>, 9> formats{{
     {u"plain", Format::Plain},
     {u"count", Format::Count},
     {u"size", Format::Size},
     {u"date", Format::Date},
     {u"time", Format::Time},
     {u"longdate", Format::LongDate},
+    {u"tally", Format::Tally},
     {u"mark", Format::Mark},
     {u"yesno", Format::YesNo},
 }};
@@ -68,13 +69,15 @@ private:
     Template textTemplate(Node& node, const QString& key, FieldNames& fields);
     Piece piece(TextView inside, const QString& where, FieldNames& fields);
     Condition condition(const QJsonValue& value, const QString& where);
+    std::optional<Condition> oneCondition(Node& node, const QString& key);
     Conditions conditions(Node& node, const QString& key);
 
     void parseWords();
     void parseCounterNames();
     void parseCounters();
     void parseSort();
-    std::vector<Count> counts(Node& node, const QString& key);
+    Closing closing(Node& node);
+    std::vector<Column> columns(Node& node);
     AttributeBlock attributes(Node& node, FieldNames& fields);
     Group group(Node node);
     Table table(Node node);
@@ -88,16 +91,16 @@ private:
 
 Piece Parser::piece(TextView inside, const QString& where, FieldNames& fields) {
     Piece piece;
+    if (const std::size_t mark = inside.find(u':'); mark != TextView::npos) {
+        piece.format = formatNamed(inside.substr(mark + 1), where);
+        inside = inside.substr(0, mark);
+    }
     if (inside.starts_with(u'#')) {
         piece.kind = Piece::Kind::Counter;
         piece.index = counter(inside.substr(1), where);
         return piece;
     }
     piece.kind = Piece::Kind::Field;
-    if (const std::size_t mark = inside.find(u':'); mark != TextView::npos) {
-        piece.format = formatNamed(inside.substr(mark + 1), where);
-        inside = inside.substr(0, mark);
-    }
     if (const std::size_t mark = inside.find(u'|'); mark != TextView::npos) {
         const TextView name = inside.substr(mark + 1);
         piece.words = indexOf(report_.words, name, [](const Words& entry) { return TextView(entry.name); });
@@ -159,6 +162,10 @@ Condition Parser::condition(const QJsonValue& value, const QString& where) {
     condition.field = field(report_.fields, fromQString(pair.begin().key()));
     condition.value = fromQString(pair.begin().value().toString());
     return condition;
+}
+
+std::optional<Condition> Parser::oneCondition(Node& node, const QString& key) {
+    return node.has(key) ? std::optional(condition(node.value(key), node.place(key))) : std::nullopt;
 }
 
 // One condition, or a list of them.
@@ -252,9 +259,10 @@ void Parser::parseSort() {
     }
 }
 
-std::vector<Count> Parser::counts(Node& node, const QString& key) {
-    std::vector<Count> counts;
-    for (Node& entry : node.list(key)) {
+Closing Parser::closing(Node& node) {
+    Closing closing;
+    closing.totals = textTemplate(node, "totals", report_.fields);
+    for (Node& entry : node.list("foot")) {
         Count count;
         count.label = entry.text("label");
         count.counter = counter(entry.requiredText("counter"), entry.place("counter"));
@@ -264,9 +272,9 @@ std::vector<Count> Parser::counts(Node& node, const QString& key) {
         }
         count.omitZero = entry.flag("omitZero", false);
         entry.done();
-        counts.push_back(std::move(count));
+        closing.counts.push_back(std::move(count));
     }
-    return counts;
+    return closing;
 }
 
 constexpr std::initializer_list<const char*> wraps{"words", "characters", "source"};
@@ -277,16 +285,39 @@ AttributeBlock Parser::attributes(Node& node, FieldNames& fields) {
     block.labelWidth = node.number("labelWidth", block.labelWidth, 5, 100);
     for (Node& entry : node.list("attributes")) {
         Attribute attribute;
-        attribute.label = entry.text("label");
+        attribute.label = textTemplate(entry, "label", fields);
         attribute.text = textTemplate(entry, "text", fields);
         attribute.wide = entry.flag("wide", false);
         attribute.block = entry.flag("block", false);
         attribute.omitEmpty = entry.flag("omitEmpty", false);
         attribute.wrap = static_cast<Wrap>(entry.choice("wrap", wraps, 0));
+        attribute.source = oneCondition(entry, "source");
         entry.done();
         block.attributes.push_back(std::move(attribute));
     }
     return block;
+}
+
+std::vector<Column> Parser::columns(Node& node) {
+    std::vector<Column> columns;
+    for (Node& entry : node.list("columns")) {
+        Column column;
+        column.heading = entry.text("heading");
+        column.text = textTemplate(entry, "text", report_.fields);
+        column.again = textTemplate(entry, "again", report_.fields);
+        column.total = textTemplate(entry, "total", report_.fields);
+        column.width = entry.number("width", 0, 4, 400);
+        column.share = entry.number("share", 1, 0.1, 100);
+        column.align = static_cast<Align>(entry.choice("align", aligns, 0));
+        column.wrap = static_cast<Wrap>(entry.choice("wrap", wraps, 0));
+        column.grow = entry.flag("grow", true);
+        column.faint = entry.flag("faint", false);
+        column.bold = entry.flag("bold", false);
+        column.source = oneCondition(entry, "source");
+        entry.done();
+        columns.push_back(std::move(column));
+    }
+    return columns;
 }
 
 Group Parser::group(Node node) {
@@ -299,16 +330,18 @@ Group Parser::group(Node node) {
     if (group.by.empty()) {
         complain(node.place("by"), QStringLiteral("a list of fields is expected"));
     }
+    group.when = conditions(node, "when");
     group.style = static_cast<BarStyle>(node.choice("bar", {"none", "bar", "sub", "line"}, 1));
     group.number = textTemplate(node, "number", report_.fields);
     group.title = textTemplate(node, "title", report_.fields);
     group.kind = textTemplate(node, "kind", report_.fields);
+    group.columns = columns(node);
     group.block = attributes(node, report_.fields);
     group.keep = node.number("keep", group.keep, 0, 150);
     group.newPage = node.flag("newPage", false);
     group.repeat = node.flag("repeat", true);
     group.outline = textTemplate(node, "outline", report_.fields);
-    group.foot = counts(node, "foot");
+    group.closing = closing(node);
     node.done();
     return group;
 }
@@ -316,25 +349,19 @@ Group Parser::group(Node node) {
 Table Parser::table(Node node) {
     Table table;
     table.when = conditions(node, "when");
-    if (node.has("continues")) {
-        table.continues = condition(node.value("continues"), node.place("continues"));
-    }
+    table.continues = oneCondition(node, "continues");
     table.heading = node.flag("heading", true);
     table.rules = static_cast<Rules>(node.choice("rules", {"grid", "rows", "none"}, 0));
     table.emptyText = node.text("emptyText");
-    for (Node& entry : node.list("columns")) {
-        Column column;
-        column.heading = entry.text("heading");
-        column.text = textTemplate(entry, "text", report_.fields);
-        column.width = entry.number("width", 0, 4, 400);
-        column.share = entry.number("share", 1, 0.1, 100);
-        column.align = static_cast<Align>(entry.choice("align", aligns, 0));
-        column.wrap = static_cast<Wrap>(entry.choice("wrap", wraps, 0));
-        column.grow = entry.flag("grow", true);
-        column.faint = entry.flag("faint", false);
-        entry.done();
-        table.columns.push_back(std::move(column));
+    if (node.has("within")) {
+        table.within = indexOf(report_.groups, node.requiredText("within"),
+                               [](const Group& group) { return TextView(group.name); });
+        if (table.within < 0 || report_.groups[static_cast<std::size_t>(table.within)].columns.empty()) {
+            complain(node.place("within"), QStringLiteral("there is no such group with columns"));
+        }
     }
+    table.indent = node.number("indent", 0, 0, 100);
+    table.columns = columns(node);
     if (table.columns.empty()) {
         complain(node.place("columns"), QStringLiteral("a list of columns is expected"));
     }
@@ -409,7 +436,7 @@ ReportDefinition Parser::parse() {
     }
     report_.title = textTemplate(root_, "title", report_.fields);
     report_.inHand = textTemplate(root_, "inHand", report_.fields);
-    report_.foot = counts(root_, "foot");
+    report_.closing = closing(root_);
     root_.done();
     if (report_.tables.empty() == report_.placed.empty()) {
         complain(root_.where(), QStringLiteral("either tables or placed fields are expected"));

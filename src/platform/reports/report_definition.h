@@ -26,6 +26,7 @@ enum class Format {
     Date,     // 2026/11/20
     Time,     // 2026/11/20 16:05:09
     LongDate, // 2026年11月20日
+    Tally,    // 12,345, and nothing for zero
     Mark,     // "○" or nothing
     YesNo,    // "はい" or "いいえ"
 };
@@ -82,15 +83,23 @@ struct Count {
     bool omitZero = false;
 };
 
+// What ends a group or the report: a row of totals below the table, with this label, unless it is empty; then the counts.
+struct Closing {
+    Template totals;
+    std::vector<Count> counts;
+
+    int lines() const { return (totals.empty() ? 0 : 1) + (counts.empty() ? 0 : 1); }
+};
+
 // A label and its value in a block of two columns; a wide one takes the whole line, and one that is a block of its own
 // has the label above the text.
 struct Attribute {
-    Text label;
-    Template text;
+    Template label, text;
     bool wide = false;
     bool block = false;
     bool omitEmpty = false;
     Wrap wrap = Wrap::Words;
+    std::optional<Condition> source; // as that of a column
 };
 
 struct AttributeBlock {
@@ -113,28 +122,34 @@ enum class BarStyle {
     Line, // bold line without ground: a procedure in a listing
 };
 
-struct Group {
-    Text name;
-    std::vector<int> by; // fields; a change of one begins a new group
-    BarStyle style = BarStyle::Bar;
-    Template number, title, kind; // on the bar: number, name in bold, kind at the right
-    AttributeBlock block;
-    double keep = 30;     // the group is not begun when less is left of the column
-    bool newPage = false; // begins on a new page
-    bool repeat = true;   // the bar is repeated with "(続き)" where the group goes on
-    Template outline;     // entry of the outline; empty: no entry
-    std::vector<Count> foot;
-};
-
 struct Column {
     Text heading;
     Template text;
+    Template again;   // of a row that continues the one on the page before: instead of the text
+    Template total;   // in the row of totals
     double width = 0; // mm; 0: a share of what the others leave
     double share = 1;
     Align align = Align::Left;
     Wrap wrap = Wrap::Words;
     bool grow = true; // false: one line, ended with "…" when it does not fit
     bool faint = false;
+    bool bold = false;
+    std::optional<Condition> source; // holds: the text is set as source
+};
+
+struct Group {
+    Text name;
+    std::vector<int> by; // fields; a change of one begins a new group
+    Conditions when;     // else it is no group: neither shown nor counted
+    BarStyle style = BarStyle::Bar;
+    Template number, title, kind; // on the bar: number, name in bold, kind at the right
+    std::vector<Column> columns;  // instead of these: the bar is a row of columns
+    AttributeBlock block;
+    double keep = 30;     // the group is not begun when less is left of the column
+    bool newPage = false; // begins on a new page
+    bool repeat = true;   // the bar is repeated with "(続き)" where the group goes on
+    Template outline;     // entry of the outline; empty: no entry
+    Closing closing;
 };
 
 enum class Rules { Grid, Rows, None };
@@ -142,10 +157,13 @@ enum class Rules { Grid, Rows, None };
 struct Table {
     Conditions when;                    // the first table whose conditions hold prints the row
     std::optional<Condition> continues; // such a row belongs to the one above: see docs/reports.md
+    int within = -1;                    // group with columns: the headings of both stand together
+    double indent = 0;                  // mm
     bool heading = true;
     Rules rules = Rules::Grid;
     std::vector<Column> columns;
-    Text emptyText; // a row that no table prints: this line instead, or nothing
+    Text
+        emptyText; // a row that neither a table nor a group with columns prints: this line instead, or nothing
 };
 
 // A field, line or box at a fixed place, measured from the upper left corner of the sheet. A text that does not
@@ -181,7 +199,7 @@ struct ReportDefinition {
     std::vector<HeadBlock> heads;
     std::vector<Group> groups; // outermost first
     std::vector<Table> tables;
-    std::vector<Count> foot;
+    Closing closing;
     std::vector<Placed> placed; // not empty: a sheet of placed fields, without head, foot and rows
 };
 

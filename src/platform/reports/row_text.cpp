@@ -9,7 +9,7 @@
 namespace relvane::reports {
 namespace {
 
-constexpr std::size_t windowRows = 8;
+constexpr std::size_t windowRows = 16;
 constexpr std::int64_t rowsBehind = 2; // read too, when a cursor is opened in the middle
 
 std::optional<DateTime> asDate(const Value& value) {
@@ -83,6 +83,10 @@ QString formatted(const Value& value, Format format) {
             return numberText(toDouble(value), 0);
         case Format::Size:
             return numberText(toDouble(value), 1);
+        case Format::Tally: {
+            const double number = toDouble(value);
+            return number == 0 ? QString() : numberText(number, 0);
+        }
         case Format::Mark:
             return toBoolean(value) ? QString(QChar(style::tick)) : QString();
         case Format::YesNo:
@@ -113,7 +117,10 @@ QString textOf(const Template& text, const Row& row, const ReportDefinition& def
             result += toQString(piece.literal);
             break;
         case Piece::Kind::Counter:
-            result += totals != nullptr ? numberText((*totals)[index], 0) : QString();
+            if (totals != nullptr) {
+                result += formatted(Value((*totals)[index]),
+                                    piece.format == Format::Automatic ? Format::Count : piece.format);
+            }
             break;
         case Piece::Kind::Field:
             if (piece.words < 0) {

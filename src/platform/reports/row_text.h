@@ -37,8 +37,8 @@ class Rows {
 public:
     Rows(std::shared_ptr<RowStore> store, Text source, std::vector<SortKey> sort, FieldNames fields);
 
-    // The row of that number, from 0; null behind the last one. It stays valid while neighbours of up to four
-    // rows' distance are read.
+    // The row of that number, from 0; null behind the last one. It stays valid while neighbours of up to
+    // twelve rows' distance are read.
     const Row* at(std::int64_t number);
 
 private:
