@@ -28,6 +28,7 @@ public:
     std::size_t offset() const { return stored_->offset; }
     const Text& name() const { return name_; } // of sections and controls; empty for the others
 
+    const Design& design() const { return *design_; }
     const DesignObject* parent() const { return parent_; }                         // nullptr for the root
     const std::vector<const DesignObject*>& children() const { return children_; } // in stored order
     // Of a control the section around it, of a section itself, of all others nullptr.

@@ -96,28 +96,29 @@ Value whenUnknown(const PropertyFact& fact) {
 class ModelClasses {
 public:
     ModelClasses() {
-        for (const DesignType type : knownTypes()) {
+        for (const auto& version : design_format::versions) {
             for (const auto arrangement :
                  {Arrangement::WithColumns, Arrangement::WithoutColumns, Arrangement::InOptionGroup}) {
-                add(type, arrangement);
+                for (const DesignType type : knownTypes()) {
+                    add({type, arrangement, version.version});
+                }
+                add({unknownControl, arrangement, version.version});
             }
         }
-        add(unknownControl, Arrangement::WithoutColumns);
     }
     const ModelClass& of(const DesignObject& object) const {
-        return isKnown(object.type()) ? *classes_.at({object.type(), arrangementOf(object)})
-                                      : *classes_.at({unknownControl, Arrangement::WithoutColumns});
+        return *classes_.at({isKnown(object.type()) ? object.type() : unknownControl, arrangementOf(object),
+                             object.design().version()});
     }
 
 private:
     static constexpr DesignType unknownControl{0}; // stands for all of them: none has properties of its own
 
-    void add(DesignType type, Arrangement arrangement) {
-        classes_.emplace(std::pair(type, arrangement),
-                         std::unique_ptr<ModelClass>(new ModelClass(type, arrangement)));
+    void add(const ModelClass::Key& key) {
+        classes_.emplace(key, std::unique_ptr<ModelClass>(new ModelClass(key)));
     }
 
-    std::map<std::pair<DesignType, Arrangement>, std::unique_ptr<ModelClass>> classes_;
+    std::map<ModelClass::Key, std::unique_ptr<ModelClass>> classes_;
 };
 
 const ModelClass& ModelClass::of(const DesignObject& object) {
@@ -125,7 +126,8 @@ const ModelClass& ModelClass::of(const DesignObject& object) {
     return classes.of(object);
 }
 
-ModelClass::ModelClass(DesignType type, Arrangement arrangement) {
+ModelClass::ModelClass(const Key& key) {
+    const DesignType type = key.type;
     const auto compute = [&](std::span<const Computed> list) {
         for (const Computed& computed : list) {
             members_.push_back({computed.name, nullptr, computed.compute});
@@ -153,13 +155,13 @@ ModelClass::ModelClass(DesignType type, Arrangement arrangement) {
     }
     for (const auto member : {&PropertyFact::modelName, &PropertyFact::name}) {
         for (const PropertyFact& fact : propertiesOf(type)) {
-            if (!fact.modelName.empty()) {
+            if (!fact.modelName.empty() && fact.since <= key.version) {
                 members_.push_back({fact.*member, &fact, nullptr, whenUnknown(fact)});
             }
         }
     }
 
-    std::vector<PropertyPlace> places = propertyPlaces(type, arrangement);
+    std::vector<PropertyPlace> places = propertyPlaces(type, key.arrangement);
     for (const PropertyPlace& place : places) {
         if (!place.isSupposed && !place.name.empty()) {
             members_.push_back({place.name}); // for those of which no more is known

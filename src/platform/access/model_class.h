@@ -35,7 +35,14 @@ private:
         const Member* member = nullptr; // nullptr: an empty text
     };
 
-    ModelClass(DesignType type, Arrangement arrangement);
+    // Of all objects of a type that are arranged alike, in designs of one version.
+    struct Key {
+        DesignType type;
+        Arrangement arrangement;
+        int version;
+        auto operator<=>(const Key&) const = default;
+    };
+    explicit ModelClass(const Key& key);
     ModelClass(const ModelClass&) = delete;
     const Member* find(TextView name) const;
 
