@@ -1,6 +1,7 @@
 #include "inspect_designs.h"
 
 #include "access/design_data.h"
+#include "access/model_class.h"
 
 namespace relvane {
 namespace {
@@ -33,6 +34,7 @@ public:
         number("version", design_.version());
         number("bytes", static_cast<std::int64_t>(streams.design.size()));
         writeValues(design_.root());
+        writeByPosition(design_.root());
         json_.key("defaultControls");
         json_.beginObject();
         for (const DesignObject* block : design_.defaultBlocks()) {
@@ -75,6 +77,7 @@ private:
         json_.key("isInOptionGroup");
         json_.boolean(control.isInOptionGroup());
         writeValues(control);
+        writeByPosition(control);
         writeChildren("children", control);
     }
 
@@ -93,6 +96,22 @@ private:
             }
         }
         json_.endObject();
+    }
+
+    // Place after place, as the analyses find them.
+    void writeByPosition(const DesignObject& object) {
+        const ModelClass& model = ModelClass::of(object);
+        json_.key("byPosition");
+        json_.beginArray();
+        for (int position = 0; position < model.count(); ++position) {
+            const Property property = model.at(object, position);
+            json_.beginObject();
+            text("name", property.Name);
+            json_.key("value");
+            json_.value(property.Value);
+            json_.endObject();
+        }
+        json_.endArray();
     }
 
     void writeStored(const DesignObject& object) {

@@ -8,7 +8,8 @@ namespace relvane {
 
 // Writes one object: where the design lies, its properties, default blocks, group levels, and its sections with their
 // controls, each with every value that it stores and with the values of some properties that count without being
-// stored; at last what has no name ("unknown"). Errors as DesignSource::design, before anything is written.
+// stored; of the form or report and of each control also the properties by position ("byPosition"); at last what has
+// no name ("unknown"). Errors as DesignSource::design, before anything is written.
 void writeDesign(JsonWriter& json, const access::DesignSource& source,
                  const access::DesignDocument& document);
 

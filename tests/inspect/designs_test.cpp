@@ -3,6 +3,8 @@
 #include "inspect.h"
 
 #include <fstream>
+#include <map>
+#include <set>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -188,6 +190,58 @@ TEST(Designs, TheInspectionOfARealApplicationAgreesWithItsDecodedDesigns) {
     std::cout << comparison.counts.sections << " sections, " << comparison.counts.controls << " controls, "
               << comparison.counts.values << " stored values, " << comparison.counts.effective
               << " effective values compared\n";
+}
+
+// Of each type the number of properties that its lists have.
+void expectPositions(const Json& controls, bool isForm) {
+    const std::map<std::string, std::set<std::size_t>> sizes = {{"CommandButton", {50}},
+                                                                {"ToggleButton", {55, 52, 40}},
+                                                                {"CheckBox", {48, 45, 33}},
+                                                                {"OptionButton", {48, 45, 33}},
+                                                                {"ComboBox", {82, 79}},
+                                                                {"ListBox", {67, 64}},
+                                                                {"TextBox", {78, 75}},
+                                                                {"OptionGroup", {44, 41}},
+                                                                {"BoundObjectFrame", {61, 58}},
+                                                                {"Subform", {30}},
+                                                                {"Image", {34}}};
+    for (const Json& control : controls) {
+        SCOPED_TRACE(control.at("name").get<std::string>());
+        const Json& places = control.at("byPosition");
+        if (const auto size = sizes.find(control.at("type").get<std::string>()); size != sizes.end()) {
+            EXPECT_TRUE(size->second.contains(places.size())) << places.size();
+            EXPECT_TRUE(isForm || size->second.size() == 1 || places.size() != *size->second.rbegin());
+        }
+        if (control.at("isInOptionGroup").get<bool>()) {
+            const std::size_t position = control.at("type") == "ToggleButton" ? 7 : 3;
+            EXPECT_EQ(places.at(position).at("name"), "OptionValue");
+        } else {
+            EXPECT_EQ(places.at(1).at("name"), "Name");
+            EXPECT_EQ(places.at(1).at("value"), control.at("name"));
+        }
+        expectPositions(control.at("children"), isForm);
+    }
+}
+
+TEST(Designs, FormsReportsAndControlsShowTheirPropertiesByPosition) {
+    const auto path = test::realSample("access97/nwind.mdb");
+    if (!path) {
+        return;
+    }
+    std::ostringstream out;
+    writeInspection(out, path->native());
+    const Json ours = Json::parse(out.str());
+    for (const bool isForm : {true, false}) {
+        for (const Json& document : ours.at(isForm ? "forms" : "reports")) {
+            SCOPED_TRACE(document.at("name").get<std::string>());
+            const Json& design = document.at("design");
+            EXPECT_EQ(design.at("byPosition").size(), isForm ? 107u : 48u);
+            EXPECT_EQ(design.at("byPosition").at(0).at("name"), "RecordSource");
+            for (const Json& section : design.at("sections")) {
+                expectPositions(section.at("controls"), isForm);
+            }
+        }
+    }
 }
 
 TEST(Designs, OfNewerFilesAreNotReadYet) {
