@@ -12,7 +12,7 @@ namespace relvane::samples {
 namespace {
 
 struct Colour {
-    std::uint8_t red, green, blue;
+    unsigned red, green, blue;
 };
 
 // The sixteen of the system's palette, in its order.
@@ -89,9 +89,9 @@ Bytes bitmapPicture(int width, int height, int bits) {
             const std::size_t colour = colourAt(x, y, width, height);
             const auto at = static_cast<std::size_t>(x);
             if (bits == 24) {
-                row[3 * at] = colours[colour].blue;
-                row[3 * at + 1] = colours[colour].green;
-                row[3 * at + 2] = colours[colour].red;
+                row[3 * at] = static_cast<std::uint8_t>(colours[colour].blue);
+                row[3 * at + 1] = static_cast<std::uint8_t>(colours[colour].green);
+                row[3 * at + 2] = static_cast<std::uint8_t>(colours[colour].red);
             } else {
                 const std::size_t number = bits == 1 ? (colour == 0 ? 0 : 1) : colour;
                 const auto perByte = static_cast<std::size_t>(8 / bits);

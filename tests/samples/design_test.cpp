@@ -324,7 +324,7 @@ TEST(SampleDesigns, SampleHasDesignsInBothPlaces) {
         ++all[kind];
         withModule[kind] += design.hasModule ? 1 : 0;
     });
-    for (const std::size_t kind : {0, 1}) {
+    for (const std::size_t kind : {0u, 1u}) {
         EXPECT_GT(withModule[kind], 0u);
         EXPECT_GT(all[kind], withModule[kind]);
     }
