@@ -131,8 +131,7 @@ TEST(FormList, NamesAControlThatIsCut) {
     const auto document = formList(store);
     const std::string second = squeezed(pdfText(printed_pdf(document, "form-list-cut"), "-f 2 -l 2"));
     EXPECT_THAT(second, HasSubstr(squeezed("F_受注入力(続き)")));
-    EXPECT_THAT(second,
-                HasSubstr("長い部品(続き)"));
+    EXPECT_THAT(second, HasSubstr("長い部品(続き)"));
     EXPECT_EQ(document.search(u"=処理59()").size(), 1U);
 }
 

@@ -78,6 +78,17 @@ TEST(Definition, SaysWhereItIsWrong) {
                 HasSubstr("a list of columns"));
     EXPECT_THAT(complaintOf(R"({ "source": "V", "placed": [ { "at": [1, 2, 3], "text": "x" } ] })"),
                 HasSubstr("R_Test.placed[0].at: 4 numbers"));
+    EXPECT_THAT(
+        complaintOf(
+            R"({ "source": "V", "groups": [ { "name": "g", "by": ["a"] } ], "tables": [ { "within": "g", "columns": [ { "text": "[a]" } ] } ] })"),
+        HasSubstr("R_Test.tables[0].within: there is no such group with columns"));
+    EXPECT_THAT(
+        complaintOf(
+            R"({ "source": "V", "tables": [ { "columns": [ { "text": "[a]", "total": "[#n:tally]" } ] } ] })"),
+        HasSubstr("R_Test.tables[0].columns[0].total: there is no counter \"n\""));
+    EXPECT_THAT(
+        complaintOf(R"({ "source": "V", "tables": [ { "columns": [ { "text": "[a]", "source": 3 } ] } ] })"),
+        HasSubstr("R_Test.tables[0].columns[0].source: a field, or a field with its value"));
     EXPECT_THAT(complaintOf("[1, 2]"), HasSubstr("R_Test"));
 }
 
@@ -120,13 +131,29 @@ TEST(Definition, SurvivesMutations) {
     addObjects(*store, 12);
     addLongestObjects(*store);
     setCover(*store, text("題名"), text("12年度・ｼｽﾃﾑ"), text("社"), u"", u"");
-    const char* const names[] = {"R_RvObjectAll", "R_RvHyousi", "R_RvHyousiH", "R_RvHyousiW"};
+    const char* const names[] = {"R_RvObjectAll", "R_RvHyousi",  "R_RvHyousiH",
+                                 "R_RvHyousiW",   "R_RvRepCntl", "R_RvControlCount"};
+    for (const char* name : {"R_RvRepCntl", "R_RvControlCount"}) {
+        const auto report = reports::parseDefinition(text(name), deliveredDefinition(name));
+        MemoryTable& source = store->tables[report.source];
+        source.fields = report.fields;
+        for (std::int64_t row = 0; row < 60; ++row) {
+            std::vector<Value> values;
+            for (std::size_t field = 0; field < report.fields.size(); ++field) {
+                values.push_back(field % 3 == 0   ? Value(row / 5)
+                                 : row % 7 == 0   ? Value(Null{})
+                                 : field % 2 == 0 ? Value(text("SELECT 受注"))
+                                                  : Value(row));
+            }
+            source.rows.push_back(std::move(values));
+        }
+    }
     const Text pieces[] = {u"0", u"9", u"-",    u"1e9",  u"\"",      u"{", u"}", u"[",
                            u"]", u",", u"null", u"true", u"[Class]", u"5", u"."};
     const Text digits[] = {u"0", u"1", u"5", u"9", u"77", u"0.1", u"-3"};
     int refused = 0, laidOut = 0;
     for (int i = 0; i < 1000; ++i) {
-        Text json = deliveredDefinition(names[i % 4]);
+        Text json = deliveredDefinition(names[static_cast<std::size_t>(i) / 2 % std::size(names)]);
         for (std::size_t change = pick(3) + 1; change-- > 0;) {
             const std::size_t at = pick(json.size());
             const Text& piece = pieces[pick(std::size(pieces))];

@@ -107,6 +107,49 @@ TEST(Groups, HaveBarAttributesRowsAndCounts) {
     EXPECT_THAT(page, Not(HasSubstr("250")));
 }
 
+TEST(Groups, OfWhichTheConditionDoesNotHoldAreNeitherShownNorCounted) {
+    const auto document =
+        documentOf(tables({2, 0, 1}), R"json({ "source": "V", "sort": ["objectNo", "FieldNo"],
+        "counters": { "fields": { "groups": "field" } },
+        "groups": [ { "name": "field", "by": ["FieldNo"], "when": "FieldNo",
+                      "columns": [ { "heading": "名前", "text": "[FieldName]", "bold": true },
+                                   { "heading": "型", "text": "[FieldType]" } ] } ],
+        "tables": [ { "when": { "FieldNo": "1" }, "within": "field", "indent": 10, "emptyText": "なし。",
+                      "columns": [ { "heading": "値", "text": "[DefaultValue]" } ] } ],
+        "foot": [ { "label": "項目", "counter": "fields" } ] })json");
+    const std::string page = squeezed(pdfText(printed_pdf(document, "columns-bar")));
+    // Both headings stand above the first; a field that no table prints has its bar; the empty table has its line.
+    EXPECT_THAT(page,
+                HasSubstr(squeezed("名前 型 値 項目1_1 テキスト型 \"既定\" 項目1_2 テキスト型 なし。")));
+    EXPECT_THAT(page, HasSubstr(squeezed("項目 3 件")));
+    EXPECT_EQ(document.search(u"なし。").size(), 1U);
+}
+
+TEST(Totals, StandBelowTheirColumns) {
+    const auto list = [](const char* overall) {
+        return documentOf(tables({3, 2}), std::string(R"json({ "source": "V", "sort": ["objectNo", "FieldNo"],
+        "words": { "overall": { "Link(Access)": ")json") +
+                                              overall + R"json(" } },
+        "counters": { "rows": {}, "bytes": { "sum": "FieldSize" }, "none": { "sum": "FieldName" } },
+        "groups": [ { "name": "table", "by": ["objectNo"], "title": "[TableName]",
+                      "totals": "[TableName] 計 [#rows] 行" } ],
+        "tables": [ { "columns": [ { "heading": "名前", "text": "[FieldName]" },
+                                   { "heading": "サイズ", "text": "[FieldSize]", "total": "[#bytes]",
+                                     "width": 30, "align": "right" },
+                                   { "heading": "無", "text": "", "total": "[#none:tally]", "width": 10 } ] } ],
+        "totals": "[LinkTable|overall]" })json");
+    };
+    const auto document = list("総計");
+    const std::string page = squeezed(pdfText(printed_pdf(document, "totals")));
+    EXPECT_THAT(page, HasSubstr(squeezed("テーブル1 計 3 行 150")));
+    EXPECT_THAT(page, HasSubstr(squeezed("テーブル2 計 2 行 100")));
+    EXPECT_THAT(page, HasSubstr(squeezed("総計 250")));
+    const auto rows = document.search(u"50"), total = document.search(u"250");
+    EXPECT_NEAR(rows.front().rectangles.front().right(), total.front().rectangles.front().right(), 1);
+    // Without a label there is no such row.
+    EXPECT_TRUE(list("").search(u"250").empty());
+}
+
 TEST(Groups, GoOnWithTheirBarAndHeadingRepeated) {
     const auto document = documentOf(tables({60}), tableList);
     ASSERT_GE(document.pageCount(), 3);

@@ -10,25 +10,10 @@ namespace {
 using style::cellPadX;
 using style::cellPadY;
 
-constexpr std::size_t uncutBlock = 24; // strips; a longer attribute block may be cut
-
-bool isSource(const std::optional<Condition>& source, const Row& row) {
-    return source && holds(*source, row);
-}
-
-// Vertical rules over the whole height of a block.
-void addVerticals(Block& block, const std::vector<double>& edges) {
-    for (Strip& strip : block.strips) {
-        for (const double edge : edges) {
-            strip.items.push_back(ruleItem(edge, 0, edge, strip.height, style::thin));
-        }
-    }
-}
-
 } // namespace
 
 Bands::Bands(const ReportDefinition& definition, Fonts& fonts, double width)
-    : definition_(definition), fonts_(fonts), width_(width) {
+    : definition_(definition), cells_(fonts), width_(width), attributes_(definition, cells_, width) {
     for (const Table& table : definition.tables) {
         edges_.push_back(edgesOf(table.columns, table.indent * style::mm));
     }
@@ -55,60 +40,6 @@ Bands::Edges Bands::edgesOf(const std::vector<Column>& columns, double indent) c
     return edges;
 }
 
-Bands::Cell Bands::cell(const style::TextStyle& textStyle, const QString& text, double x, double width,
-                        Wrap how, Align align) {
-    Cell cell;
-    const bool source = how == Wrap::Source;
-    cell.font = source ? fonts_.number(style::Face::Fixed, style::source.points, textStyle.bold)
-                       : fonts_.number(textStyle);
-    cell.ink = textStyle.ink;
-    cell.x = x;
-    cell.width = width;
-    cell.align = align;
-    cell.mark = source;
-    // The wrap mark stands inside the cell, behind the text.
-    cell.lines = wrap(fonts_, cell.font, text, source ? width - 0.6 * fonts_.size(cell.font) : width, how);
-    return cell;
-}
-
-// One strip for each line of the tallest cell.
-Block Bands::block(const std::vector<Cell>& cells, double padTop, double padBottom) {
-    Block block;
-    std::size_t lines = 0;
-    double pitch = 0;
-    for (const Cell& cell : cells) {
-        lines = std::max(lines, cell.lines.size());
-        pitch = std::max(pitch, fonts_.pitch(cell.font));
-    }
-    block.strips.resize(lines);
-    for (std::size_t i = 0; i < lines; ++i) {
-        block.strips[i].height = pitch;
-    }
-    if (lines > 0) {
-        block.strips.front().height += padTop;
-        block.strips.back().height += padBottom;
-    }
-    for (const Cell& cell : cells) {
-        const int number = nextCell_++;
-        const double lower = (pitch - fonts_.pitch(cell.font)) / 2;
-        for (std::size_t i = 0; i < cell.lines.size(); ++i) {
-            const TextLine& line = cell.lines[i];
-            Strip& strip = block.strips[i];
-            const double top = (i == 0 ? padTop : 0) + lower;
-            if (!line.text.isEmpty()) {
-                Item item = textItem(fonts_, cell.font, cell.ink, 0, top, line.text, number);
-                item.box.moveLeft(
-                    alignedX(cell.align, cell.x + line.indent, cell.width - line.indent, item.box.width()));
-                strip.items.push_back(std::move(item));
-            }
-            if (cell.mark && line.wrapped) {
-                addWrapMark(strip.items, cell.x + cell.width, top, pitch);
-            }
-        }
-    }
-    return block;
-}
-
 Block Bands::bar(std::size_t level, const Row& row, bool continued) {
     const Group& group = definition_.groups[level];
     if (!group.columns.empty()) {
@@ -128,24 +59,24 @@ Block Bands::bar(std::size_t level, const Row& row, bool continued) {
     }
     const double inset = group.style == BarStyle::Line ? 0 : 2 * cellPadX;
     const double gap = 3 * style::mm;
-    const int plainFont = fonts_.number(plainStyle);
+    const int plainFont = cells_.fonts().number(plainStyle);
 
     std::vector<Cell> cells;
     double left = inset, right = width_ - inset;
     if (!number.isEmpty()) {
-        const double needed = std::max(fonts_.width(plainFont, number) + 2, main ? 8 * style::mm : 0);
-        cells.push_back(cell(plainStyle, number, left, needed, Wrap::Words));
+        const double needed = std::max(cells_.fonts().width(plainFont, number) + 2, main ? 8 * style::mm : 0);
+        cells.push_back(cells_.cell(plainStyle, number, left, needed, Wrap::Words));
         left += needed + gap / 2;
     }
     if (!kind.isEmpty()) {
-        const double needed = std::min(fonts_.width(plainFont, kind) + 2, (right - left) / 2);
-        cells.push_back(cell(plainStyle, kind, right - needed, needed, Wrap::Words, Align::Right));
+        const double needed = std::min(cells_.fonts().width(plainFont, kind) + 2, (right - left) / 2);
+        cells.push_back(cells_.cell(plainStyle, kind, right - needed, needed, Wrap::Words, Align::Right));
         right -= needed + gap;
     }
-    cells.push_back(cell(nameStyle, title, left, right - left, Wrap::Words));
+    cells.push_back(cells_.cell(nameStyle, title, left, right - left, Wrap::Words));
 
     const double pad = main ? 1.3 * cellPadY : cellPadY;
-    Block result = block(cells, pad, pad);
+    Block result = cells_.block(cells, pad, pad);
     result.kept = static_cast<int>(result.strips.size());
     if (group.style != BarStyle::Line) {
         for (Strip& strip : result.strips) {
@@ -160,113 +91,13 @@ Block Bands::bar(std::size_t level, const Row& row, bool continued) {
     return result;
 }
 
-void Bands::addPair(Block& target, const std::vector<Shown>& pair, double labelWidth) {
-    const double half = width_ / 2;
-    std::vector<Cell> cells;
-    std::vector<double> edges{0};
-    for (std::size_t i = 0; i < pair.size(); ++i) {
-        const double left = i == 0 ? 0 : half;
-        const double right =
-            pair.size() == 1 || i == 1 ? width_ : half; // one that stands alone takes the line
-        cells.push_back(
-            cell(style::note, pair[i].label, left + cellPadX, labelWidth - 2 * cellPadX, Wrap::Words));
-        cells.push_back(cell(style::table, pair[i].text, left + labelWidth + cellPadX,
-                             right - left - labelWidth - 2 * cellPadX, pair[i].wrap));
-        edges.push_back(left + labelWidth);
-        edges.push_back(right);
-    }
-    Block lines = block(cells, cellPadY, cellPadY);
-    for (Strip& strip : lines.strips) {
-        std::vector<Item> grounds;
-        for (std::size_t i = 0; i < pair.size(); ++i) {
-            grounds.push_back(fillItem(i == 0 ? 0 : half, 0, labelWidth, strip.height, style::labelGround));
-        }
-        for (const double edge : edges) {
-            grounds.push_back(ruleItem(edge, 0, edge, strip.height, style::thin));
-        }
-        strip.items.insert(strip.items.begin(), grounds.begin(), grounds.end());
-    }
-    Strip& last = lines.strips.back();
-    last.items.push_back(ruleItem(0, last.height, edges.back(), last.height, style::thin));
-    target.append(std::move(lines));
-}
-
-// The label over the whole width, the text below it.
-void Bands::addTextBlock(Block& target, const Shown& shown) {
-    const double inset = 2 * cellPadX;
-    Block label = block({cell(style::note, shown.label, cellPadX, width_ - 2 * cellPadX, Wrap::Words)},
-                        cellPadY, cellPadY);
-    for (Strip& strip : label.strips) {
-        strip.items.insert(strip.items.begin(), fillItem(0, 0, width_, strip.height, style::labelGround));
-    }
-    Strip& under = label.strips.back();
-    under.items.push_back(ruleItem(0, under.height, width_, under.height, style::thin));
-
-    Block lines = block({cell(style::table, shown.text, inset, width_ - 2 * inset, shown.wrap)},
-                        1.5 * cellPadY, 1.5 * cellPadY);
-    Strip& last = lines.strips.back();
-    last.items.push_back(ruleItem(0, last.height, width_, last.height, style::thin));
-    label.append(std::move(lines));
-    for (Strip& strip : label.strips) {
-        for (const double edge : {0.0, width_}) {
-            strip.items.push_back(ruleItem(edge, 0, edge, strip.height, style::thin));
-        }
-    }
-    target.append(std::move(label));
-}
-
-Block Bands::attributes(const AttributeBlock& attributes, const Row& row) {
-    Block result;
-    std::vector<Shown> pair;
-    std::size_t kept = 0; // strips up to the first long text and its first lines
-    const double labelWidth = std::min(attributes.labelWidth * style::mm, width_ / 4);
-    const auto flush = [&] {
-        if (pair.empty()) {
-            return;
-        }
-        const std::size_t before = result.strips.size();
-        if (pair.front().block) {
-            addTextBlock(result, pair.front());
-        } else {
-            addPair(result, pair, labelWidth);
-        }
-        if (kept == before) {
-            kept = std::min(result.strips.size(), before + style::keptLines);
-        }
-        pair.clear();
-    };
-    for (const Attribute& attribute : attributes.attributes) {
-        QString text = textOf(attribute.text, row, definition_);
-        if (attribute.omitEmpty && text.isEmpty()) {
-            continue;
-        }
-        const bool whole = attribute.wide || attribute.block;
-        if (whole) {
-            flush();
-        }
-        const Wrap how = isSource(attribute.source, row) ? Wrap::Source : attribute.wrap;
-        pair.push_back({textOf(attribute.label, row, definition_), std::move(text), how, attribute.block});
-        if (whole || pair.size() == 2) {
-            flush();
-        }
-    }
-    flush();
-    result.ruled = true;
-    if (!result.empty()) {
-        Strip& top = result.strips.front();
-        top.items.push_back(ruleItem(0, 0, width_, 0, style::thin));
-        const std::size_t all = result.strips.size();
-        result.kept = static_cast<int>(all <= uncutBlock ? all : std::min(kept, uncutBlock));
-    }
-    return result;
-}
-
 Block Bands::head(const HeadBlock& head, const Row& row) {
     Block result;
     if (!head.caption.empty()) {
-        result = block({cell(style::barName, toQString(head.caption), 0, width_, Wrap::Words)}, 0, cellPadY);
+        result = cells_.block({cells_.cell(style::barName, toQString(head.caption), 0, width_, Wrap::Words)},
+                              0, cellPadY);
     }
-    Block body = attributes(head.block, row);
+    Block body = attributes_.block(head.block, row);
     const int kept = static_cast<int>(result.strips.size()) + body.kept;
     result.append(std::move(body));
     if (!result.empty()) {
@@ -281,10 +112,10 @@ Block Bands::head(const HeadBlock& head, const Row& row) {
 Block Bands::headingOf(const std::vector<Column>& columns, const Edges& edges, bool last) {
     std::vector<Cell> cells;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        cells.push_back(cell(style::note, toQString(columns[i].heading), edges[i] + cellPadX,
-                             edges[i + 1] - edges[i] - 2 * cellPadX, Wrap::Words, columns[i].align));
+        cells.push_back(cells_.cell(style::note, toQString(columns[i].heading), edges[i] + cellPadX,
+                                    edges[i + 1] - edges[i] - 2 * cellPadX, Wrap::Words, columns[i].align));
     }
-    Block result = block(cells, cellPadY, cellPadY);
+    Block result = cells_.block(cells, cellPadY, cellPadY);
     result.kept = static_cast<int>(result.strips.size());
     for (Strip& strip : result.strips) {
         strip.items.insert(strip.items.begin(),
@@ -325,14 +156,15 @@ Block Bands::heading(std::size_t group) {
 }
 
 // The cell of a column; `pad` is the air left and right of the text.
-Bands::Cell Bands::columnCell(const Column& column, const QString& text, const Edges& edges,
-                              std::size_t index, double pad, Wrap how) {
+Cell Bands::columnCell(const Column& column, const QString& text, const Edges& edges, std::size_t index,
+                       double pad, Wrap how) {
     const double width = edges[index + 1] - edges[index] - 2 * pad;
     const style::TextStyle& look = column.bold    ? style::tableBold
                                    : column.faint ? style::tableFaint
                                                   : style::table;
-    const QString shown = column.grow ? text : elide(fonts_, fonts_.number(look), text, width);
-    return cell(look, shown, edges[index] + pad, width, how, column.align);
+    const QString shown =
+        column.grow ? text : elide(cells_.fonts(), cells_.fonts().number(look), text, width);
+    return cells_.cell(look, shown, edges[index] + pad, width, how, column.align);
 }
 
 Block Bands::columnsBar(std::size_t level, const Row& row, bool continued) {
@@ -347,7 +179,7 @@ Block Bands::columnsBar(std::size_t level, const Row& row, bool continued) {
         }
         cells.push_back(columnCell(column, text, edges, i, cellPadX, column.wrap));
     }
-    Block result = block(cells, cellPadY, cellPadY);
+    Block result = cells_.block(cells, cellPadY, cellPadY);
     result.kept = static_cast<int>(result.strips.size());
     for (Strip& strip : result.strips) {
         strip.items.insert(strip.items.begin(), fillItem(0, 0, edges.back(), strip.height, style::subGround));
@@ -370,11 +202,11 @@ Block Bands::row(std::size_t table, const Row& row, const Totals& totals, const 
         const Column& column = definition.columns[i];
         const bool again = place == Place::Top && !column.again.empty();
         const QString text = textOf(again ? column.again : column.text, row, definition_, &totals);
-        cells.push_back(columnCell(column, text, edges, i, open ? cellPadX / 2 : cellPadX,
-                                   isSource(column.source, row) ? Wrap::Source : column.wrap));
+        cells.push_back(
+            columnCell(column, text, edges, i, open ? cellPadX / 2 : cellPadX, wrapOf(column, row)));
     }
     const double pad = open ? 0 : cellPadY;
-    Block result = block(cells, pad, pad);
+    Block result = cells_.block(cells, pad, pad);
     result.ruled = !open;
     result.kept = result.strips.size() <= style::keptLines ? static_cast<int>(result.strips.size()) : 2;
     if (!open && !result.empty()) {
@@ -398,7 +230,8 @@ Block Bands::totalsRow(const QString& label, const Row& last, const Totals& tota
                                               [](const Column& column) { return !column.total.empty(); }) -
                                  columns.begin());
     const double width = edges[first] - edges.front() - 2 * cellPadX;
-    std::vector<Cell> cells{cell(style::tableBold, label, edges.front() + cellPadX, width, Wrap::Words)};
+    std::vector<Cell> cells{
+        cells_.cell(style::tableBold, label, edges.front() + cellPadX, width, Wrap::Words)};
     Edges drawn{edges.front()};
     for (std::size_t i = first; i < columns.size(); ++i) {
         Column column = columns[i];
@@ -408,7 +241,7 @@ Block Bands::totalsRow(const QString& label, const Row& last, const Totals& tota
         drawn.push_back(edges[i]);
     }
     drawn.push_back(edges.back());
-    Block result = block(cells, cellPadY, cellPadY);
+    Block result = cells_.block(cells, cellPadY, cellPadY);
     result.kept = static_cast<int>(result.strips.size());
     for (Strip& strip : result.strips) {
         strip.items.insert(strip.items.begin(),
@@ -436,8 +269,8 @@ Block Bands::closing(const Closing& closing, const Row& last, const Totals& tota
 }
 
 Block Bands::note(const QString& text) {
-    Block result =
-        block({cell(style::table, text, cellPadX, width_ - 2 * cellPadX, Wrap::Words)}, cellPadY, cellPadY);
+    Block result = cells_.block(
+        {cells_.cell(style::table, text, cellPadX, width_ - 2 * cellPadX, Wrap::Words)}, cellPadY, cellPadY);
     result.kept = static_cast<int>(result.strips.size());
     return result;
 }
@@ -458,9 +291,9 @@ Block Bands::counts(const std::vector<Count>& counts, const Totals& totals, bool
     if (text.isEmpty()) {
         return {};
     }
-    Block result = block({cell(ofReport ? style::tableBold : style::table, text, cellPadX,
-                               width_ - 2 * cellPadX, Wrap::Words, Align::Right)},
-                         (ofReport ? 2.2 : 1) * cellPadY, cellPadY);
+    Block result = cells_.block({cells_.cell(ofReport ? style::tableBold : style::table, text, cellPadX,
+                                             width_ - 2 * cellPadX, Wrap::Words, Align::Right)},
+                                (ofReport ? 2.2 : 1) * cellPadY, cellPadY);
     result.kept = static_cast<int>(result.strips.size());
     if (ofReport) {
         const double top = cellPadY;

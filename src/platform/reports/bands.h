@@ -3,8 +3,7 @@
 
 #include <vector>
 
-#include "reports/page.h"
-#include "reports/row_text.h"
+#include "reports/attributes.h"
 
 namespace relvane::reports {
 
@@ -17,7 +16,7 @@ public:
 
     Block head(const HeadBlock& head, const Row& row);
     Block bar(std::size_t group, const Row& row, bool continued);
-    Block attributes(const AttributeBlock& block, const Row& row);
+    Block attributes(const AttributeBlock& block, const Row& row) { return attributes_.block(block, row); }
     // Of a group with columns, with that of the tables inside below it.
     Block heading(std::size_t group);
     // Nothing where the table has none, or has it with its group's.
@@ -35,39 +34,21 @@ public:
     const std::vector<double>& edges(std::size_t table) const { return edges_[table]; }
 
 private:
-    struct Cell {
-        std::vector<TextLine> lines;
-        int font = 0;
-        int ink = 0;
-        double x = 0, width = 0; // of the text
-        Align align = Align::Left;
-        bool mark = false; // at wraps
-    };
     using Edges = std::vector<double>;
     Edges edgesOf(const std::vector<Column>& columns, double indent) const;
     Cell columnCell(const Column& column, const QString& text, const Edges& edges, std::size_t index,
                     double pad, Wrap how);
-    Cell cell(const style::TextStyle& style, const QString& text, double x, double width, Wrap wrap,
-              Align align = Align::Left);
-    Block block(const std::vector<Cell>& cells, double padTop, double padBottom);
     Block headingOf(const std::vector<Column>& columns, const Edges& edges, bool last);
     Block columnsBar(std::size_t group, const Row& row, bool continued);
     Block totalsRow(const QString& label, const Row& last, const Totals& totals, bool ofReport);
     Block counts(const std::vector<Count>& counts, const Totals& totals, bool ofReport);
-    struct Shown { // an attribute of a row
-        QString label, text;
-        Wrap wrap;
-        bool block; // the label above the text
-    };
-    void addTextBlock(Block& target, const Shown& shown);
-    void addPair(Block& target, const std::vector<Shown>& pair, double labelWidth);
 
     const ReportDefinition& definition_;
-    Fonts& fonts_;
+    Cells cells_;
     double width_;
+    Attributes attributes_;
     std::vector<Edges> edges_;      // of the tables
     std::vector<Edges> groupEdges_; // of the groups with columns
-    int nextCell_ = 1;
 };
 
 } // namespace relvane::reports

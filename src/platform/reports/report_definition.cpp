@@ -1,45 +1,14 @@
 #include "reports/report_definition.h"
 
 #include <algorithm>
-#include <array>
 
 #include <QJsonDocument>
 
-#include "reports/definition_reader.h"
+#include "reports/definition_texts.h"
 #include "reports/row_text.h"
 
 namespace relvane::reports {
 namespace {
-
-constexpr std::array<std::pair<TextView, Format>, 9> formats{{
-    {u"plain", Format::Plain},
-    {u"count", Format::Count},
-    {u"size", Format::Size},
-    {u"date", Format::Date},
-    {u"time", Format::Time},
-    {u"longdate", Format::LongDate},
-    {u"tally", Format::Tally},
-    {u"mark", Format::Mark},
-    {u"yesno", Format::YesNo},
-}};
-
-template <class Entries, class NameOf>
-int indexOf(const Entries& entries, TextView name, NameOf nameOf) {
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (equalsIgnoringCase(nameOf(entries[i]), name)) {
-            return static_cast<int>(i);
-        }
-    }
-    return -1;
-}
-
-Format formatNamed(TextView name, const QString& where) {
-    const int known = indexOf(formats, name, [](const auto& entry) { return entry.first; });
-    if (known < 0) {
-        complain(where, QStringLiteral("\"%1\" is no format").arg(toQString(name)));
-    }
-    return formats[static_cast<std::size_t>(known)].second;
-}
 
 // Reads one definition from the outside in. Field names are collected as templates mention them.
 class Parser {
@@ -49,29 +18,6 @@ public:
     ReportDefinition parse();
 
 private:
-    int field(FieldNames& fields, TextView name) {
-        const int known = indexOf(fields, name, [](const Text& entry) { return TextView(entry); });
-        if (known >= 0) {
-            return known;
-        }
-        fields.emplace_back(name);
-        return static_cast<int>(fields.size() - 1);
-    }
-    int counter(TextView name, const QString& where) const {
-        const int known =
-            indexOf(report_.counters, name, [](const Counter& entry) { return TextView(entry.name); });
-        if (known < 0) {
-            complain(where, QStringLiteral("there is no counter \"%1\"").arg(toQString(name)));
-        }
-        return known;
-    }
-
-    Template textTemplate(Node& node, const QString& key, FieldNames& fields);
-    Piece piece(TextView inside, const QString& where, FieldNames& fields);
-    Condition condition(const QJsonValue& value, const QString& where);
-    std::optional<Condition> oneCondition(Node& node, const QString& key);
-    Conditions conditions(Node& node, const QString& key);
-
     void parseWords();
     void parseCounterNames();
     void parseCounters();
@@ -85,103 +31,8 @@ private:
 
     Node root_;
     ReportDefinition report_;
+    DefinitionTexts texts_{report_};
 };
-
-// ---- Texts with fields
-
-Piece Parser::piece(TextView inside, const QString& where, FieldNames& fields) {
-    Piece piece;
-    if (const std::size_t mark = inside.find(u':'); mark != TextView::npos) {
-        piece.format = formatNamed(inside.substr(mark + 1), where);
-        inside = inside.substr(0, mark);
-    }
-    if (inside.starts_with(u'#')) {
-        piece.kind = Piece::Kind::Counter;
-        piece.index = counter(inside.substr(1), where);
-        return piece;
-    }
-    piece.kind = Piece::Kind::Field;
-    if (const std::size_t mark = inside.find(u'|'); mark != TextView::npos) {
-        const TextView name = inside.substr(mark + 1);
-        piece.words = indexOf(report_.words, name, [](const Words& entry) { return TextView(entry.name); });
-        if (piece.words < 0) {
-            complain(where, QStringLiteral("\"%1\" is no table of words").arg(toQString(name)));
-        }
-        inside = inside.substr(0, mark);
-    }
-    if (inside.empty()) {
-        complain(where, QStringLiteral("a field's name is missing between the brackets"));
-    }
-    piece.index = field(fields, inside);
-    return piece;
-}
-
-Template Parser::textTemplate(Node& node, const QString& key, FieldNames& fields) {
-    const Text text = node.text(key);
-    Template pieces;
-    Text literal;
-    const auto flush = [&] {
-        if (!literal.empty()) {
-            Piece piece;
-            piece.literal = std::move(literal);
-            pieces.push_back(std::move(piece));
-            literal.clear();
-        }
-    };
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != u'[') {
-            literal += text[i];
-        } else if (i + 1 < text.size() && text[i + 1] == u'[') {
-            literal += text[i++];
-        } else {
-            const std::size_t end = text.find(u']', i);
-            if (end == Text::npos) {
-                complain(node.place(key), QStringLiteral("a bracket is not closed"));
-            }
-            flush();
-            pieces.push_back(piece(TextView(text).substr(i + 1, end - i - 1), node.place(key), fields));
-            i = end;
-        }
-    }
-    flush();
-    return pieces;
-}
-
-// "FieldNo": the field has a value. {"Class": "Table"}: the field has this value.
-Condition Parser::condition(const QJsonValue& value, const QString& where) {
-    Condition condition;
-    if (value.isString()) {
-        condition.field = field(report_.fields, fromQString(value.toString()));
-        condition.filled = true;
-        return condition;
-    }
-    const QJsonObject pair = value.toObject();
-    if (pair.size() != 1 || !pair.begin().value().isString()) {
-        complain(where, QStringLiteral("a field, or a field with its value, is expected"));
-    }
-    condition.field = field(report_.fields, fromQString(pair.begin().key()));
-    condition.value = fromQString(pair.begin().value().toString());
-    return condition;
-}
-
-std::optional<Condition> Parser::oneCondition(Node& node, const QString& key) {
-    return node.has(key) ? std::optional(condition(node.value(key), node.place(key))) : std::nullopt;
-}
-
-// One condition, or a list of them.
-Conditions Parser::conditions(Node& node, const QString& key) {
-    Conditions conditions;
-    if (node.has(key)) {
-        const QJsonValue value = node.value(key);
-        const QJsonArray list = value.isArray() ? value.toArray() : QJsonArray{value};
-        for (const QJsonValue& entry : list) {
-            conditions.push_back(condition(entry, node.place(key)));
-        }
-    }
-    return conditions;
-}
-
-// ---- Parts
 
 void Parser::parseWords() {
     if (!root_.has("words")) {
@@ -224,9 +75,9 @@ void Parser::parseCounters() {
     Node node = root_.child("counters");
     for (Counter& counter : report_.counters) {
         Node entry = node.child(toQString(counter.name));
-        counter.when = conditions(entry, "when");
+        counter.when = texts_.conditions(entry, "when");
         if (entry.has("sum")) {
-            counter.sumOf = field(report_.fields, entry.requiredText("sum"));
+            counter.sumOf = texts_.field(report_.fields, entry.requiredText("sum"));
         }
         if (entry.has("groups")) {
             counter.groupsOf = indexOf(report_.groups, entry.requiredText("groups"),
@@ -261,11 +112,11 @@ void Parser::parseSort() {
 
 Closing Parser::closing(Node& node) {
     Closing closing;
-    closing.totals = textTemplate(node, "totals", report_.fields);
+    closing.totals = texts_.textTemplate(node, "totals", report_.fields);
     for (Node& entry : node.list("foot")) {
         Count count;
         count.label = entry.text("label");
-        count.counter = counter(entry.requiredText("counter"), entry.place("counter"));
+        count.counter = texts_.counter(entry.requiredText("counter"), entry.place("counter"));
         count.unit = entry.text("unit", u"件");
         if (entry.has("format")) {
             count.format = formatNamed(entry.requiredText("format"), entry.place("format"));
@@ -285,13 +136,13 @@ AttributeBlock Parser::attributes(Node& node, FieldNames& fields) {
     block.labelWidth = node.number("labelWidth", block.labelWidth, 5, 100);
     for (Node& entry : node.list("attributes")) {
         Attribute attribute;
-        attribute.label = textTemplate(entry, "label", fields);
-        attribute.text = textTemplate(entry, "text", fields);
+        attribute.label = texts_.textTemplate(entry, "label", fields);
+        attribute.text = texts_.textTemplate(entry, "text", fields);
         attribute.wide = entry.flag("wide", false);
         attribute.block = entry.flag("block", false);
         attribute.omitEmpty = entry.flag("omitEmpty", false);
         attribute.wrap = static_cast<Wrap>(entry.choice("wrap", wraps, 0));
-        attribute.source = oneCondition(entry, "source");
+        attribute.source = texts_.oneCondition(entry, "source");
         entry.done();
         block.attributes.push_back(std::move(attribute));
     }
@@ -303,9 +154,9 @@ std::vector<Column> Parser::columns(Node& node) {
     for (Node& entry : node.list("columns")) {
         Column column;
         column.heading = entry.text("heading");
-        column.text = textTemplate(entry, "text", report_.fields);
-        column.again = textTemplate(entry, "again", report_.fields);
-        column.total = textTemplate(entry, "total", report_.fields);
+        column.text = texts_.textTemplate(entry, "text", report_.fields);
+        column.again = texts_.textTemplate(entry, "again", report_.fields);
+        column.total = texts_.textTemplate(entry, "total", report_.fields);
         column.width = entry.number("width", 0, 4, 400);
         column.share = entry.number("share", 1, 0.1, 100);
         column.align = static_cast<Align>(entry.choice("align", aligns, 0));
@@ -313,7 +164,7 @@ std::vector<Column> Parser::columns(Node& node) {
         column.grow = entry.flag("grow", true);
         column.faint = entry.flag("faint", false);
         column.bold = entry.flag("bold", false);
-        column.source = oneCondition(entry, "source");
+        column.source = texts_.oneCondition(entry, "source");
         entry.done();
         columns.push_back(std::move(column));
     }
@@ -325,22 +176,22 @@ Group Parser::group(Node node) {
     group.name = node.requiredText("name");
     const QJsonArray by = node.value("by").toArray();
     for (const QJsonValue& key : by) {
-        group.by.push_back(field(report_.fields, fromQString(key.toString())));
+        group.by.push_back(texts_.field(report_.fields, fromQString(key.toString())));
     }
     if (group.by.empty()) {
         complain(node.place("by"), QStringLiteral("a list of fields is expected"));
     }
-    group.when = conditions(node, "when");
+    group.when = texts_.conditions(node, "when");
     group.style = static_cast<BarStyle>(node.choice("bar", {"none", "bar", "sub", "line"}, 1));
-    group.number = textTemplate(node, "number", report_.fields);
-    group.title = textTemplate(node, "title", report_.fields);
-    group.kind = textTemplate(node, "kind", report_.fields);
+    group.number = texts_.textTemplate(node, "number", report_.fields);
+    group.title = texts_.textTemplate(node, "title", report_.fields);
+    group.kind = texts_.textTemplate(node, "kind", report_.fields);
     group.columns = columns(node);
     group.block = attributes(node, report_.fields);
     group.keep = node.number("keep", group.keep, 0, 150);
     group.newPage = node.flag("newPage", false);
     group.repeat = node.flag("repeat", true);
-    group.outline = textTemplate(node, "outline", report_.fields);
+    group.outline = texts_.textTemplate(node, "outline", report_.fields);
     group.closing = closing(node);
     node.done();
     return group;
@@ -348,8 +199,8 @@ Group Parser::group(Node node) {
 
 Table Parser::table(Node node) {
     Table table;
-    table.when = conditions(node, "when");
-    table.continues = oneCondition(node, "continues");
+    table.when = texts_.conditions(node, "when");
+    table.continues = texts_.oneCondition(node, "continues");
     table.heading = node.flag("heading", true);
     table.rules = static_cast<Rules>(node.choice("rules", {"grid", "rows", "none"}, 0));
     table.emptyText = node.text("emptyText");
@@ -371,7 +222,7 @@ Table Parser::table(Node node) {
 
 Placed Parser::placed(Node node) {
     Placed placed;
-    placed.when = conditions(node, "when");
+    placed.when = texts_.conditions(node, "when");
     placed.pen = node.number("pen", placed.pen, 0, 10);
     placed.dashed = node.flag("dashed", false);
     if (node.has("line")) {
@@ -396,7 +247,7 @@ Placed Parser::placed(Node node) {
         node.done();
         return placed;
     }
-    placed.text = textTemplate(node, "text", report_.fields);
+    placed.text = texts_.textTemplate(node, "text", report_.fields);
     placed.points = node.number("points", placed.points, 4, 120);
     placed.minPoints = node.number("minPoints", std::min(placed.points, placed.minPoints), 4, placed.points);
     placed.bold = node.flag("bold", false);
@@ -434,8 +285,8 @@ ReportDefinition Parser::parse() {
     for (Node& node : root_.list("placed")) {
         report_.placed.push_back(placed(node));
     }
-    report_.title = textTemplate(root_, "title", report_.fields);
-    report_.inHand = textTemplate(root_, "inHand", report_.fields);
+    report_.title = texts_.textTemplate(root_, "title", report_.fields);
+    report_.inHand = texts_.textTemplate(root_, "inHand", report_.fields);
     report_.closing = closing(root_);
     root_.done();
     if (report_.tables.empty() == report_.placed.empty()) {

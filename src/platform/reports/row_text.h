@@ -31,6 +31,12 @@ QString textOf(const Template& text, const Row& row, const ReportDefinition& def
 bool holds(const Condition& condition, const Row& row);
 bool holds(const Conditions& conditions, const Row& row);
 
+// How the text of a column or an attribute breaks in a row.
+template <class Part>
+Wrap wrapOf(const Part& part, const Row& row) {
+    return part.source && holds(*part.source, row) ? Wrap::Source : part.wrap;
+}
+
 // Reads the rows of a source by their number, forward at the speed of one cursor; a jump back opens a new one. At
 // the end of the rows the cursor is closed, so that a store that was read to the end is left without a reader.
 class Rows {
