@@ -394,6 +394,24 @@ TEST(SampleDesigns, ControlsAreBoundToFieldsThatExist) {
     EXPECT_GT(bound, 60u);
 }
 
+TEST(SampleDesigns, ControlsStandInsideTheirSections) {
+    const DesignSource source = open(test::ownSample("juchu.mdb"));
+    for (const auto* list : {&source.forms(), &source.reports()}) {
+        for (const DesignDocument& document : *list) {
+            const auto design = source.design(document);
+            for (const DesignObject* control : design->controls()) {
+                if (control->type() == DesignType::PageBreak) {
+                    continue; // as wide as the form
+                }
+                const auto length = [&](TextView name) { return toInteger((*control)[name]); };
+                SCOPED_TRACE(toUtf8(document.name) + " " + toUtf8(control->name()));
+                EXPECT_LE(length(u"Left") + length(u"Width"), toInteger(design->root()[u"Width"]));
+                EXPECT_LE(length(u"Top") + length(u"Height"), toInteger((*control->section())[u"Height"]));
+            }
+        }
+    }
+}
+
 TEST(SampleDesigns, SubformsShowWhatExists) {
     std::size_t subforms = 0;
     visitDesigns([&](TextView, const DesignSpec& design) {
