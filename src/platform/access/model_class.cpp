@@ -127,7 +127,23 @@ const ModelClass& ModelClass::of(const DesignObject& object) {
 }
 
 ModelClass::ModelClass(const Key& key) {
-    const DesignType type = key.type;
+    const auto places = propertyPlaces(key.type, key.arrangement);
+    addComputed(key.type);
+    addStored(key);
+    for (const PropertyPlace& place : places) {
+        if (!place.isSupposed && !place.name.empty()) {
+            members_.push_back({place.name}); // for those of which no more is known
+        }
+    }
+    std::vector<TextView> names;
+    for (const Member& member : members_) {
+        names.push_back(member.name);
+    }
+    names_ = NameTable(names);
+    addPlaces(places);
+}
+
+void ModelClass::addComputed(DesignType type) {
     const auto compute = [&](std::span<const Computed> list) {
         for (const Computed& computed : list) {
             members_.push_back({computed.name, nullptr, computed.compute});
@@ -153,26 +169,19 @@ ModelClass::ModelClass(const Key& key) {
             compute(ofUnknownControls);
         }
     }
+}
+
+void ModelClass::addStored(const Key& key) {
     for (const auto member : {&PropertyFact::modelName, &PropertyFact::name}) {
-        for (const PropertyFact& fact : propertiesOf(type)) {
+        for (const PropertyFact& fact : propertiesOf(key.type)) {
             if (!fact.modelName.empty() && fact.since <= key.version) {
                 members_.push_back({fact.*member, &fact, nullptr, whenUnknown(fact)});
             }
         }
     }
+}
 
-    std::vector<PropertyPlace> places = propertyPlaces(type, key.arrangement);
-    for (const PropertyPlace& place : places) {
-        if (!place.isSupposed && !place.name.empty()) {
-            members_.push_back({place.name}); // for those of which no more is known
-        }
-    }
-    std::vector<TextView> names;
-    for (const Member& member : members_) {
-        names.push_back(member.name);
-    }
-    names_ = NameTable(names);
-
+void ModelClass::addPlaces(std::span<const PropertyPlace> places) {
     for (const PropertyPlace& place : places) {
         places_.push_back(
             {place.isSupposed ? TextView() : place.name, place.showsValue ? find(place.name) : nullptr});

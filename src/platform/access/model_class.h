@@ -44,6 +44,9 @@ private:
     };
     explicit ModelClass(const Key& key);
     ModelClass(const ModelClass&) = delete;
+    void addComputed(DesignType type);
+    void addStored(const Key& key);
+    void addPlaces(std::span<const PropertyPlace> places); // of the members there are
     const Member* find(TextView name) const;
 
     std::vector<Member> members_;
