@@ -138,6 +138,23 @@ class SchemaTest : public testing::Test {
 protected:
     StoreFile file;
     std::shared_ptr<RowStore> store = openWorkStore(file.text());
+
+    // The first column of what SQLite itself answers.
+    std::set<std::string> names(const std::string& query) const {
+        sqlite3* handle = nullptr;
+        EXPECT_EQ(sqlite3_open(file.path.c_str(), &handle), SQLITE_OK);
+        std::set<std::string> found;
+        const int result = sqlite3_exec(
+            handle, query.c_str(),
+            [](void* into, int, char** values, char**) {
+                static_cast<std::set<std::string>*>(into)->insert(values[0]);
+                return 0;
+            },
+            &found, nullptr);
+        EXPECT_EQ(result, SQLITE_OK) << sqlite3_errmsg(handle);
+        sqlite3_close(handle);
+        return found;
+    }
 };
 
 TEST_F(SchemaTest, EveryTableHasItsFieldsInTheOrderWritten) {
@@ -272,18 +289,16 @@ TEST_F(SchemaTest, HoldsNothingButTheTablesAndQueriesWrittenHere) {
     for (const Expected& query : queries) {
         known.insert(query.name);
     }
-    sqlite3* handle = nullptr;
-    ASSERT_EQ(sqlite3_open(file.path.c_str(), &handle), SQLITE_OK);
-    std::set<std::string> found;
-    sqlite3_exec(
-        handle, "SELECT name FROM sqlite_schema WHERE type IN ('table', 'view')",
-        [](void* names, int, char** values, char**) {
-            static_cast<std::set<std::string>*>(names)->insert(values[0]);
-            return 0;
-        },
-        &found, nullptr);
-    sqlite3_close(handle);
+    const auto found = names("SELECT name FROM sqlite_schema WHERE type IN ('table', 'view') "
+                             "AND name NOT LIKE 'Print!_%' ESCAPE '!'");
     EXPECT_EQ(found, known);
+}
+
+TEST_F(SchemaTest, EveryViewForPaperIsTheSourceOfAReport) {
+    EXPECT_FALSE(names("SELECT name FROM sqlite_schema WHERE name LIKE 'Print!_%' ESCAPE '!'").empty());
+    EXPECT_EQ(names("SELECT name FROM sqlite_schema WHERE name LIKE 'Print!_%' ESCAPE '!' AND NOT EXISTS "
+                    "(SELECT 1 FROM RvReports WHERE instr(Definition, '\"' || name || '\"'))"),
+              std::set<std::string>());
 }
 
 // What the exports read: kinds must survive the way through a query.
