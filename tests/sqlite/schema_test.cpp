@@ -298,7 +298,7 @@ TEST_F(SchemaTest, EveryViewForPaperIsTheSourceOfAReport) {
     EXPECT_FALSE(names("SELECT name FROM sqlite_schema WHERE name LIKE 'Print!_%' ESCAPE '!'").empty());
     EXPECT_EQ(
         names("SELECT name FROM sqlite_schema AS view WHERE name LIKE 'Print!_%' ESCAPE '!' AND NOT EXISTS "
-              "(SELECT 1 FROM RvReports WHERE instr(Definition, '\"source\":\"' || view.name || '\"'))"),
+              "(SELECT 1 FROM RvReports WHERE instr(Definition, '\"source\": \"' || view.name || '\"'))"),
         std::set<std::string>());
 }
 
