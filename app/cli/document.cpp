@@ -27,6 +27,9 @@ const PanelDesk panelDesks[] = {
     {"objects", {}, {"optObject=7", "cmdObject"}},
     {"tables", {"chkLink=0"}, {"optTable=1", "cmdTable", "optTable=3", "cmdTable"}},
     {"queries", {}, {"optQuery=1", "cmdQuery", "optQuery=3", "cmdQuery"}},
+    {"forms", {}, {"optForm=2", "cmdForm"}},
+    {"reports", {}, {"optReport=2", "cmdReport"}},
+    {"control counts", {}, {"optControl=3", "cmdControl"}},
     {"files", {}, {"optFile=3", "cmdFile"}},
 };
 

@@ -17,6 +17,18 @@ struct LastRun {
     std::int16_t linkExclude = 0; // tables only: the link filter behind the run
 };
 
+// The control at which a walk over a form or report stands, and what its next row says. Nothing resets ControlNo: it
+// counts the controls of all forms and reports for as long as the program runs.
+struct CurrentControl {
+    std::int16_t ControlNo = 0;
+    std::int16_t PropertyNo = 0; // of the row within the control, from 1
+    Text ControlName;
+    Text ControlTypeName; // the English word
+    Text ControlVisible;  // True or False
+    Text ControlTLWH;     // top, left, width and height in centimetres
+    Text PropertyGroup, PropertyLabel, PropertyText;
+};
+
 struct AnalysisContext {
     AnalysisContext(Platform& platform, FrmRelvane& frmRelvane)
         : platform(platform), frmRelvane(frmRelvane) {}
@@ -48,6 +60,16 @@ struct AnalysisContext {
     dao::Container* CurContainer = nullptr;
     dao::Document* CurDocument = nullptr;
     Text CurrentKind;
+
+    // The form or report that a walk has open in TargetApp, only while it has.
+    access::Designed* CurDesign = nullptr;
+    access::Report* CurReport = nullptr; // the same when it is a report
+    Text CurDesignName;
+    CurrentControl CurControl;
+
+    // The control counts of one form or report, in the order of their table, and the word for its kind.
+    std::array<std::int16_t, 19> ControlCounters{};
+    Text CountedClass;
 
     std::int16_t AnalysisMode = 0; // one of the modes below
 

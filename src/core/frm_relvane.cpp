@@ -5,10 +5,8 @@ namespace relvane {
 FrmRelvane::FrmRelvane() : Form("frmRelvane", Text(programTitle)) {
     // Analyses and windows to come.
     for (Control* later : std::initializer_list<Control*>{
-             &framForm,     &framReport, &Frame9,     &Frame10,   &Frame12,    &framMacro,
-             &framControl,  &cmdFmImage, &cboFmImage, &chkCapKbn, &lblCapTime, &txtCapTime,
-             &lblCapSecond, &cmdComment, &cmdCmPre,   &m1b,       &m1c,        &s2,
-             &m6,           &m7,         &m9,         &m5}) {
+             &Frame9, &Frame10, &Frame12, &framMacro, &cmdFmImage, &cboFmImage, &chkCapKbn, &lblCapTime,
+             &txtCapTime, &lblCapSecond, &cmdComment, &cmdCmPre, &m1b, &m1c, &s2, &m6, &m7, &m9, &m5}) {
         later->Visible = false;
     }
     // Their use begins with a selection.

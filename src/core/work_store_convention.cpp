@@ -59,9 +59,11 @@ void fillTables(AnalysisContext& context, const AnalysisSpec& spec) {
     form.Pointer = MousePointer::Hourglass;
     form.Enabled = false;
     startGauge(form.gauge);
-    forEachTable(spec, [&](TextView table, Cursor) {
-        context.WorkDb->Execute(u"delete * from " + Text(table) + u";");
-    });
+    for (const TextView table : spec.emptied.empty() ? spec.tables : spec.emptied) {
+        if (!table.empty()) {
+            context.WorkDb->Execute(u"delete * from " + Text(table) + u";");
+        }
+    }
     showMessage(form.gauge, spec.workingMessage);
     context.ObjectNo = 0;
     if (spec.walk() == WalkEnd::Stopped) {

@@ -22,8 +22,8 @@ namespace relvane {
 enum class WalkEnd { Complete, Stopped };
 
 struct AnalysisSpec {
-    // One to three, opened in this order as WorkRs1 to WorkRs3, emptied in this order. An empty name leaves the cursor
-    // of that place as it is.
+    // One to three, opened in this order as WorkRs1 to WorkRs3, emptied in this order unless `emptied` names another. An
+    // empty name leaves the cursor of that place as it is.
     std::vector<TextView> tables;
     TextView workingMessage;
     std::function<WalkEnd()> walk;    // writes the rows; ObjectNo is 0 before it
@@ -33,6 +33,7 @@ struct AnalysisSpec {
     std::int16_t* done = nullptr; // the panel's done flag; nullptr for a panel that has none and always runs
     // Whether the tables already hold what the panel asks for. Left out: the done flag equals the option.
     std::function<bool()> isDone = {};
+    std::vector<TextView> emptied = {};
 };
 
 // For panels with a choice of scope. The tables hold what is asked for when the option is the same, and either all

@@ -8,9 +8,12 @@
 #include "core/shut_down.h"
 #include "core/start_up.h"
 #include "core/target_selection.h"
+#include "objects/control_counts.h"
 #include "objects/file_list.h"
+#include "objects/form_analysis.h"
 #include "objects/object_inventory.h"
 #include "objects/query_analysis.h"
+#include "objects/report_analysis.h"
 #include "objects/table_analysis.h"
 #include "output/cover_page.h"
 #include "output/report_show.h"
@@ -54,6 +57,9 @@ void Desk::wire() {
     form.cmdObject.Click = [this] { cmdObject_Click(context); };
     form.cmdTable.Click = [this] { cmdTable_Click(context); };
     form.cmdQuery.Click = [this] { cmdQuery_Click(context); };
+    form.cmdForm.Click = [this] { cmdForm_Click(context); };
+    form.cmdReport.Click = [this] { cmdReport_Click(context); };
+    form.cmdControl.Click = [this] { cmdControl_Click(context); };
     form.cmdFile.Click = [this] { cmdFile_Click(context); };
     for (CommandButton& button : form.cmdHyousiButtons) {
         button.Click = [this, index = button.index()] { cmdHyousi_Click(context, index); };

@@ -137,7 +137,10 @@ TEST_F(StartUpTest, FramesOfAnalysesToComeAreHiddenAndTheirControlsExist) {
     EXPECT_TRUE(form().cmdObject.isShown());
     EXPECT_TRUE(form().cmdTable.isShown());
     EXPECT_TRUE(form().cmdFile.isShown());
-    EXPECT_FALSE(form().cmdForm.isShown());
+    for (const CommandButton* button : {&form().cmdForm, &form().cmdReport, &form().cmdControl}) {
+        EXPECT_TRUE(button->isShown()) << button->widgetName();
+    }
+    EXPECT_FALSE(form().cmdProc.isShown());
     EXPECT_FALSE(form().cmdFmImage.isShown()) << "in a frame that is there for its list of files";
     EXPECT_NE(form().find("cboFmImage"), nullptr);
     EXPECT_NE(form().find("opttable_2"), nullptr);
