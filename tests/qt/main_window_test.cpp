@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QRadioButton>
+#include <QScrollArea>
 
 #include "program_window.h"
 #include "qt/gauge_line.h"
@@ -150,7 +151,7 @@ private slots:
         QTRY_COMPARE(message->text(), QStringLiteral("オブジェクトの情報を印刷します。"));
         QTest::mouseMove(get<QLabel>("lblDBName"), QPoint(9, 9));
         QTRY_COMPARE(message->text(), QString());
-        get<QPushButton>("cmdHyousi_2");
+        get<QScrollArea>("panelArea")->ensureWidgetVisible(get<QPushButton>("cmdHyousi_2"));
         program_->desk->frmRelvane.cmdHyousi(2).Enabled = false;
         QTest::mouseMove(get<QPushButton>("cmdHyousi_2"), QPoint(9, 9));
         QTest::qWait(30);

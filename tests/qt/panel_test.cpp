@@ -31,11 +31,16 @@ struct PanelRow {
     std::int16_t AnalysisContext::*option;
     const char* hint;
 };
+enum PanelPlace { Objects, Tables, Queries, Forms, Reports, Counts, Files };
 const PanelRow panelRows[] = {
     {"optObject", "cmdObject", "cmdOPre", 7, 6, &AnalysisContext::OptObject,
      "オブジェクトの情報を印刷します。"},
     {"optTable", "cmdTable", "cmdTPre", 3, 1, &AnalysisContext::OptTable, "テーブルの情報を印刷します。"},
     {"optQuery", "cmdQuery", "cmdQPre", 3, 2, &AnalysisContext::OptQuery, "クエリーの情報を印刷します。"},
+    {"optForm", "cmdForm", "cmdFPre", 2, 0, &AnalysisContext::OptForm, "フォームの情報を印刷します。"},
+    {"optReport", "cmdReport", "cmdRPre", 2, 0, &AnalysisContext::OptReport, "レポートの情報を印刷します。"},
+    {"optControl", "cmdControl", "cmdCPre", 3, 0, &AnalysisContext::OptControl,
+     "コントロール数を印刷します。"},
     {"optFile", "cmdFile", "cmdFlPre", 3, 0, &AnalysisContext::OptFile, "ファイル一覧を印刷します。"},
 };
 
@@ -46,6 +51,8 @@ struct ScopeRow {
 const ScopeRow scopeRows[] = {
     {"optTSelect", "cboTable", "cmdTPre", &AnalysisContext::SelTable},
     {"optQSelect", "cboQuery", "cmdQPre", &AnalysisContext::SelQuery},
+    {"optFSelect", "cboForm", "cmdFPre", &AnalysisContext::SelForm},
+    {"optRSelect", "cboReport", "cmdRPre", &AnalysisContext::SelReport},
 };
 
 QByteArray element(const char* array, int index) {
@@ -106,6 +113,15 @@ class PanelTest : public QObject {
         const QPoint place = widget->inherits("QPushButton") ? widget->rect().center() : QPoint(8, 8);
         QTest::mouseClick(widget, Qt::LeftButton, {}, place);
     }
+    // By keys, as a person would.
+    void pick(QComboBox* list, const char* entry) {
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_Home);
+        for (int i = 1; i < list->count() && list->currentText() != QString::fromUtf8(entry); ++i) {
+            QTest::keyClick(list, Qt::Key_Down);
+        }
+        QCOMPARE(list->currentText(), QString::fromUtf8(entry));
+    }
     bool runs(const PanelRow& panel) {
         click(panel.action);
         return QTest::qWaitFor([&] { return get<QPushButton>(panel.preview)->isEnabled(); });
@@ -128,6 +144,10 @@ class PanelTest : public QObject {
         QDropEvent letGo(QPointF(place), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(onto, &letGo);
         return letGo.isAccepted() && !frame->isVisible();
+    }
+    QString nameOfReport() { return toQString(program_->preview()->document().name()); }
+    bool shows(const char* text) {
+        return !program_->preview()->document().search(fromQString(QString::fromUtf8(text))).empty();
     }
     QString databaseIn(const char* name) {
         const QString path = QString::fromStdString((program_->folder / name).string());
@@ -174,8 +194,8 @@ private slots:
 
     void aScopeClosesThePreviewOfItsPanel() {
         QVERIFY(program_->select());
-        form().cmdTPre.Enabled = form().cmdQPre.Enabled = true;
         for (const ScopeRow& scope : scopeRows) {
+            dynamic_cast<CommandButton*>(form().find(scope.preview))->Enabled = true;
             click(element(scope.options, 1).constData());
             QVERIFY(!get<QPushButton>(scope.preview)->isEnabled());
         }
@@ -253,7 +273,7 @@ private slots:
 
     void theOldOptionChosenBackKeepsThePreviewClosedAndShowsTheReportWithoutAnalysing() {
         QVERIFY(program_->select());
-        const PanelRow& panel = panelRows[1];
+        const PanelRow& panel = panelRows[Tables];
         QVERIFY(runs(panel));
         click("optTable_0");
         QVERIFY(!get<QPushButton>(panel.preview)->isEnabled());
@@ -270,12 +290,70 @@ private slots:
     void duringARunTheWindowTakesNothingAndYetPaints() {
         QVERIFY(program_->select());
         const RunWatch watch(*program_->window, {get<QWidget>("txtMesege"), get<QWidget>("lblPer")});
-        QVERIFY(runs(panelRows[0]));
+        QVERIFY(runs(panelRows[Objects]));
         QVERIFY(watch.paints.at(QStringLiteral("txtMesege")) > 1);
         QVERIFY(watch.paints.at(QStringLiteral("lblPer")) > 1);
         QVERIFY(!watch.takesInput);
         QVERIFY(QApplication::overrideCursor() == nullptr);
         QTRY_VERIFY(program_->window->isEnabled());
+    }
+
+    // --- forms and reports, from their designs -------------------------------------------------------------------
+
+    void theFormListShowsControlsAndInDetailTheirEvents() {
+        QVERIFY(program_->select());
+        QVERIFY(runs(panelRows[Forms]));
+        QCOMPARE(nameOfReport(), QStringLiteral("R_RvFrmCntl"));
+        QVERIFY(shows("フォーム　コントロール一覧(簡易)"));
+        QVERIFY(shows("受注入力(&O)")); // the caption of a button of the menu
+        QVERIFY(!shows("=画面を開く"));
+        click("optForm_1");
+        QVERIFY(runs(panelRows[Forms]));
+        QVERIFY(shows("フォーム　コントロール一覧(詳細)"));
+        QVERIFY(shows("=画面を開く"));
+        QVERIFY(program_->person.boxes.empty());
+    }
+
+    void theReportListShowsGroupingLevelsInBothLists() {
+        QVERIFY(program_->select());
+        for (const char* option : {"optReport_0", "optReport_1"}) {
+            click(option);
+            QVERIFY(runs(panelRows[Reports]));
+            QCOMPARE(nameOfReport(), QStringLiteral("R_RvRepCntl"));
+            QVERIFY(shows("グループ化の単位"));
+            QVERIFY(shows("受注一覧表"));
+        }
+        QVERIFY(program_->person.boxes.empty());
+    }
+
+    void theCountsNameTheFormsAndReportsThatTheOptionAsksFor() {
+        QVERIFY(program_->select());
+        const bool expected[][2] = {{true, false}, {false, true}, {true, true}};
+        for (int option = 0; option < 3; ++option) {
+            click(element("optControl", option).constData());
+            QVERIFY(runs(panelRows[Counts]));
+            QCOMPARE(nameOfReport(), QStringLiteral("R_RvControlCount"));
+            QCOMPARE(shows("商品マスタ保守"), expected[option][0]);
+            QCOMPARE(shows("受注集計表"), expected[option][1]);
+        }
+        QVERIFY(program_->person.boxes.empty());
+    }
+
+    void aChosenFormIsListedAloneAndAnotherOneWhenTheButtonIsPressed() {
+        QVERIFY(program_->select());
+        click("optFSelect_1");
+        auto* const list = get<QComboBox>("cboForm");
+        pick(list, "商品マスタ保守");
+        QVERIFY(runs(panelRows[Forms]));
+        QVERIFY(shows("商品マスタ保守"));
+        QVERIFY(!shows("入金入力"));
+        pick(list, "入金入力");
+        click("cmdFPre"); // the report of what was analysed
+        QVERIFY(shows("商品マスタ保守"));
+        click("cmdForm");
+        QTRY_VERIFY(shows("入金入力"));
+        QVERIFY(!shows("商品マスタ保守"));
+        QVERIFY(program_->person.boxes.empty());
     }
 
     // --- menu ----------------------------------------------------------------------------------------------------
@@ -344,11 +422,12 @@ private slots:
 
     void tabWalksThePanelInReadingOrder() {
         QVERIFY(program_->select());
-        const QStringList order = {"optObject_6", "cmdObject",  "optTable_1",   "optTSelect_0", "chkLink",
-                                   "cmdTable",    "optQuery_2", "optQSelect_0", "cmdQuery",     "optFile_0",
-                                   "cmdFile",     "txtTitle",   "txtSystem",    "txtCompany",   "txtBumon",
-                                   "txtAuther",   "txtDate",    "cmdHyousi_1",  "cmdHyousi_2",  "cmdHyousi_3",
-                                   "optObject_6"};
+        const QStringList order = {"optObject_6",  "cmdObject",   "optTable_1",   "optTSelect_0", "chkLink",
+                                   "cmdTable",     "optQuery_2",  "optQSelect_0", "cmdQuery",     "optForm_0",
+                                   "optFSelect_0", "cmdForm",     "optReport_0",  "optRSelect_0", "cmdReport",
+                                   "optControl_0", "cmdControl",  "optFile_0",    "cmdFile",      "txtTitle",
+                                   "txtSystem",    "txtCompany",  "txtBumon",     "txtAuther",    "txtDate",
+                                   "cmdHyousi_1",  "cmdHyousi_2", "cmdHyousi_3",  "optObject_6"};
         get<QWidget>("optObject_6")->setFocus();
         for (const QString& name : order) {
             QCOMPARE(focus()->objectName(), name);
@@ -357,7 +436,8 @@ private slots:
     }
 
     void theTabOrderReadsFromLeftToRightAndDown() {
-        const QList<const char*> frames = {"Frame2", "Frame1", "Frame3", "framETC", "Frame5"};
+        const QList<const char*> frames = {"Frame2",     "Frame1",      "Frame3",  "framForm",
+                                           "framReport", "framControl", "framETC", "Frame5"};
         for (qsizetype i = 1; i < frames.size(); ++i) {
             const QPoint before = get<QWidget>(frames[i - 1])->pos(), here = get<QWidget>(frames[i])->pos();
             QVERIFY(here.y() > before.y() || (here.y() == before.y() && here.x() > before.x()));
@@ -498,9 +578,13 @@ private slots:
     void hiddenFramesTakeNoRoomAndRowsAreOfOneHeight() {
         auto* const grid = get<FrameGrid>("panel");
         grid->setRoom(2000);
-        QCOMPARE(grid->columns(), 3);
+        QCOMPARE(grid->columns(), 4);
         QTest::qWait(1);
         QCOMPARE(get<QWidget>("Frame2")->height(), get<QWidget>("Frame1")->height());
+        QCOMPARE(get<QWidget>("framReport")->height(), get<QWidget>("framControl")->height());
+        form().framReport.Visible = form().framControl.Visible = false;
+        grid->setRoom(2001);
+        QCOMPARE(grid->columns(), 3);
         for (Control* control : form().controls()) {
             control->Visible = true;
         }
