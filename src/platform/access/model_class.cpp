@@ -132,7 +132,7 @@ ModelClass::ModelClass(const Key& key) {
     addStored(key);
     for (const PropertyPlace& place : places) {
         if (!place.isSupposed && !place.name.empty()) {
-            members_.push_back({place.name}); // for those of which no more is known
+            members_.emplace_back().name = place.name; // for those of which no more is known
         }
     }
     std::vector<TextView> names;
@@ -143,10 +143,17 @@ ModelClass::ModelClass(const Key& key) {
     addPlaces(places);
 }
 
+// Its parts one by one: GCC 12 warns, without a reason, where a whole member is moved in.
+void ModelClass::addComputed(TextView name, Value (*compute)(const DesignObject&)) {
+    Member& member = members_.emplace_back();
+    member.name = name;
+    member.computed = compute;
+}
+
 void ModelClass::addComputed(DesignType type) {
     const auto compute = [&](std::span<const Computed> list) {
         for (const Computed& computed : list) {
-            members_.push_back({computed.name, nullptr, computed.compute});
+            addComputed(computed.name, computed.compute);
         }
     };
     const auto stores = [&](TextView name) { return findProperty(type, name) != nullptr; };
@@ -157,10 +164,10 @@ void ModelClass::addComputed(DesignType type) {
     } else if (isControl(type)) {
         compute(ofControls);
         if (type == DesignType::Page) {
-            members_.push_back({u"Caption", nullptr, captionOfPage});
+            addComputed(u"Caption", captionOfPage);
         }
         if (stores(u"FontWeight")) {
-            members_.push_back({u"FontBold", nullptr, fontBold});
+            addComputed(u"FontBold", fontBold);
         }
         if (!stores(u"Visible")) {
             compute(unlessStored);

@@ -45,6 +45,7 @@ private:
     explicit ModelClass(const Key& key);
     ModelClass(const ModelClass&) = delete;
     void addComputed(DesignType type);
+    void addComputed(TextView name, Value (*compute)(const DesignObject&));
     void addStored(const Key& key);
     void addPlaces(std::span<const PropertyPlace> places); // of the members there are
     const Member* find(TextView name) const;
