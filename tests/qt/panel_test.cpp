@@ -575,6 +575,34 @@ private slots:
         QCOMPARE(form().Top.get(), 90);
     }
 
+    void aScreenOf1366PixelsShowsFourColumnsWithoutScrollingSideways() {
+        auto* const grid = get<FrameGrid>("panel");
+        const int borders = program_->window->width() - get<QScrollArea>("panelArea")->width();
+        for (const bool whole : {false, true}) {
+            for (Control* control : form().controls()) {
+                control->Visible = control->Visible || whole; // as it is, and as it will be
+            }
+            grid->setRoom(1366 - borders);
+            QCOMPARE(grid->columns(), 4);
+            QVERIFY(grid->minimumSizeHint().width() <= 1366 - borders);
+        }
+    }
+
+    void theActionsOfARowStandInOneLine() {
+        program_->window->resize(1366, 700);
+        QTRY_COMPARE(get<FrameGrid>("panel")->columns(), 4);
+        QTest::qWait(1);
+        const auto line = [this](const char* name) {
+            return get<QPushButton>(name)->mapTo(get<QWidget>("panel"), QPoint(0, 0)).y();
+        };
+        for (const char* action : {"cmdTable", "cmdQuery", "cmdForm"}) {
+            QCOMPARE(line(action), line("cmdObject"));
+        }
+        for (const char* action : {"cmdControl", "cmdFile", "cmdHyousi_1"}) {
+            QCOMPARE(line(action), line("cmdReport"));
+        }
+    }
+
     void hiddenFramesTakeNoRoomAndRowsAreOfOneHeight() {
         auto* const grid = get<FrameGrid>("panel");
         grid->setRoom(2000);
