@@ -8,9 +8,6 @@
 // biggest file against that in the smallest: 1 is growth in proportion.
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
@@ -21,6 +18,7 @@
 #include <thread>
 #include <vector>
 
+#include "own_process.h"
 #include "sample_builder/database_writer.h"
 #include "sample_builder/many_tables.h"
 
@@ -29,16 +27,8 @@ extern char** environ;
 namespace {
 
 namespace fs = std::filesystem;
+using namespace relvane::bench;
 using Words = std::vector<std::string>;
-
-struct Measured {
-    double clock = 0, processor = 0; // seconds
-    double megabytes = 0;            // of memory at most
-};
-
-double seconds(const timeval& time) {
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-}
 
 // A terminal whose output somebody reads: without that its writer would wait.
 class Terminal {
@@ -93,21 +83,14 @@ Measured run(Words words, const std::string& errors) {
         throw std::runtime_error(words[0] + " failed");
     }
     const std::chrono::duration<double> clock = std::chrono::steady_clock::now() - begin;
-    return {clock.count(), seconds(used.ru_utime) + seconds(used.ru_stime),
-            static_cast<double>(used.ru_maxrss) / 1024};
+    return {clock.count(), seconds(used.ru_utime) + seconds(used.ru_stime), megabytes(used)};
 }
 
-// In a process of its own: a child begins with its parent's peak of memory, which would hide its own.
 void makeFile(int count, const fs::path& file) {
-    const pid_t child = fork();
-    if (child == 0) {
+    inOwnProcess([&] {
         relvane::samples::writeDatabase(relvane::samples::manyTablesAndQueries(count), file);
-        _exit(0);
-    }
-    int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-        throw std::runtime_error("no file was made");
-    }
+        return Measured();
+    });
 }
 
 struct Way {

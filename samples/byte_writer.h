@@ -33,8 +33,9 @@ public:
 
 private:
     void put(std::uint64_t number, std::size_t count) {
-        bytes_.resize(bytes_.size() + count);
-        putAt(bytes_, bytes_.size() - count, number, count);
+        for (std::size_t i = 0; i < count; ++i) {
+            bytes_.push_back(static_cast<std::uint8_t>(number >> (8 * i)));
+        }
     }
 
     Bytes bytes_;
