@@ -1,9 +1,11 @@
-// Opens the input as a database and reads all of it. Only the product's own error may come out.
+// Opens the input as a database and reads all of it, the design of every form and report too. Only the product's own error
+// may come out.
 
 #include <cstddef>
 #include <cstdint>
 
 #include "fuzz/walk_database.h"
+#include "fuzz/walk_design.h"
 #include "jet/open_database.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -12,6 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const auto database =
             relvane::jet::openDatabase(relvane::jet::makeMemorySource({data, data + size}), u"input.mdb");
         relvane::test::walkDatabase(*database, rowLimit);
+        relvane::test::walkDesigns(*database);
     } catch (const relvane::RunTimeError&) {
         // what a damaged file ends in
     }

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "sample_builder/database_writer.h"
+#include "sample_builder/many_forms.h"
 
 namespace relvane::samples {
 namespace {
@@ -72,6 +73,20 @@ DatabaseSpec queriesAndLinks() {
     return spec;
 }
 
+// Both places of designs, and a report with a group level.
+DatabaseSpec designs() {
+    DatabaseSpec spec = manyForms(3, 24);
+    DocumentSpec& report = spec.reports.emplace_back(spec.forms[0]);
+    report.name = u"報告";
+    DesignObjectSpec& root = report.design->root;
+    root.type = DesignType::Report;
+    root.properties = {{u"RecordSource", Text(u"表")}, {u"OnNoData", Text(u"=無し()")}};
+    root.children.insert(root.children.begin(),
+                         DesignObjectSpec{.type = DesignType::BreakLevel,
+                                          .properties = {{u"ControlSource", Text(u"項目２")}}});
+    return spec;
+}
+
 } // namespace
 } // namespace relvane::samples
 
@@ -85,6 +100,7 @@ int main(int count, char** arguments) {
     std::filesystem::create_directories(folder);
     writeDatabase(everyKindOfColumn(), folder / "columns.mdb");
     writeDatabase(queriesAndLinks(), folder / "queries.mdb");
+    writeDatabase(designs(), folder / "designs.mdb");
     DatabaseSpec encoded = queriesAndLinks();
     encoded.encodingKey = 0x12345678;
     writeDatabase(encoded, folder / "encoded.mdb");
