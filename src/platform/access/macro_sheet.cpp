@@ -1,0 +1,157 @@
+#include "access/macro_sheet.h"
+
+#include <algorithm>
+
+#include "access/design_bytes.h"
+#include "platform/codepage.h"
+
+namespace relvane::access {
+namespace {
+
+enum Slot : std::size_t { Reserved, Comment, Condition, Name, FirstArgument };
+constexpr std::size_t slotCount = FirstArgument + MacroRow::argumentCount;
+constexpr std::uint16_t emptySlot = 0xFFFF;
+
+// The second number of the version says how texts are kept: from this one on in UTF-16.
+constexpr int firstUtf16Version = 3;
+
+struct Record {
+    std::size_t offset = 0;
+    std::uint16_t first = 0, row = 0;
+    std::array<Text, slotCount> texts;
+};
+
+class SheetReader {
+public:
+    SheetReader(std::span<const std::uint8_t> stream, int codePage, TextView owner)
+        : bytes_(stream, owner, u"シート"), codePage_(codePage) {}
+
+    MacroSheet read() {
+        MacroSheet sheet;
+        readHeader(sheet);
+        std::uint16_t last = 0;
+        while (!bytes_.atEnd()) {
+            Record record = readRecord();
+            if (record.row <= last) {
+                bytes_.fail(record.offset, u"行番号の順序が正しくありません");
+            }
+            last = record.row;
+            sheet.rows.push_back(rowOf(std::move(record)));
+        }
+        return sheet;
+    }
+
+private:
+    void readHeader(MacroSheet& sheet) {
+        const Record header = readRecord();
+        sheet.shownColumns = header.first;
+        const Text& first = header.texts[FirstArgument];
+        const Text& second = header.texts[FirstArgument + 1];
+        const auto filled =
+            std::ranges::count_if(header.texts, [](const Text& text) { return !text.empty(); });
+        const auto expected = (first.empty() ? 0 : 1) + (second.empty() ? 0 : 1);
+        if (header.row != 0 || first.empty() != second.empty() || filled != expected) {
+            bytes_.fail(0, u"見出しが正しくありません");
+        }
+        if (first.empty()) {
+            return;
+        }
+        sheet.version = MacroVersion{numberOf(first), numberOf(second)};
+        if (sheet.version->second >= firstUtf16Version) {
+            throw RunTimeError(ErrorNumber::UnrecognizedFormat,
+                               Text(bytes_.owner()) + u" のシートのバージョン " + first + u"." + second);
+        }
+    }
+
+    int numberOf(TextView digits) const {
+        constexpr std::size_t longest = 4;
+        int number = 0;
+        for (const char16_t digit : digits) {
+            if (digit < u'0' || digit > u'9' || digits.size() > longest) {
+                bytes_.fail(0, u"見出しのバージョンが正しくありません");
+            }
+            number = number * 10 + (digit - u'0');
+        }
+        return number;
+    }
+
+    Record readRecord() {
+        Record record;
+        record.offset = bytes_.offset();
+        record.first = bytes_.u16();
+        record.row = bytes_.u16();
+        std::array<std::uint16_t, slotCount> slots{};
+        for (std::uint16_t& slot : slots) {
+            slot = bytes_.u16();
+        }
+        readTexts(record, slots);
+        const std::size_t end = bytes_.offset();
+        if (bytes_.u16() != 0) {
+            bytes_.fail(end, u"行の終わりが正しくありません");
+        }
+        return record;
+    }
+
+    // String by string in the order of the text, whatever slots they are for: each must begin where the one before
+    // it ended.
+    void readTexts(Record& record, const std::array<std::uint16_t, slotCount>& slots) {
+        const std::size_t length = bytes_.u16();
+        const std::size_t start = bytes_.offset();
+        std::array<std::size_t, slotCount> order{};
+        std::size_t count = 0;
+        for (std::size_t slot = 0; slot < slotCount; ++slot) {
+            if (slots[slot] != emptySlot) {
+                order[count++] = slot;
+            }
+        }
+        const std::span filled(order.data(), count);
+        std::ranges::sort(filled, {}, [&](std::size_t slot) { return slots[slot]; });
+        for (const std::size_t slot : filled) {
+            const std::size_t at = bytes_.offset();
+            if (slots[slot] != at - start) {
+                bytes_.fail(at, u"文字列の位置が正しくありません");
+            }
+            record.texts[slot] = decode(bytes_.zeroTerminated(), codePage_);
+        }
+        if (bytes_.offset() - start != length) {
+            bytes_.fail(bytes_.offset(), u"文字列の長さが正しくありません");
+        }
+    }
+
+    static MacroRow rowOf(Record record) {
+        MacroRow row;
+        row.offset = record.offset;
+        row.number = record.row;
+        row.actionNumber = record.first;
+        row.reserved = std::move(record.texts[Reserved]);
+        row.comment = std::move(record.texts[Comment]);
+        row.condition = std::move(record.texts[Condition]);
+        row.name = std::move(record.texts[Name]);
+        std::move(record.texts.begin() + FirstArgument, record.texts.end(), row.arguments.begin());
+        return row;
+    }
+
+    DesignBytes bytes_;
+    int codePage_;
+};
+
+} // namespace
+
+std::vector<MacroMember> membersOf(const MacroSheet& sheet) {
+    std::vector<MacroMember> members;
+    const std::span<const MacroRow> rows = sheet.rows;
+    std::size_t start = 0;
+    for (std::size_t next = 1; next <= rows.size(); ++next) {
+        if (next == rows.size() || !rows[next].name.empty()) {
+            members.push_back({rows[start].name, rows.subspan(start, next - start)});
+            start = next;
+        }
+    }
+    return members;
+}
+
+MacroSheet readMacroSheet(std::span<const std::uint8_t> stream, int codePage, TextView owner) {
+    return SheetReader(stream, codePage, owner).read();
+}
+
+} // namespace relvane::access
