@@ -101,7 +101,7 @@ TEST(TargetApplication, DesignsOfANewerFileSayThatTheyCannotBeReadYet) {
         const auto& documents = database->Containers().Item(container).Documents();
         ASSERT_GT(documents.Count(), 0);
         const Text name = documents.Item(0).Name();
-        const RunTimeError error = failureOf([&] { (commands.*open)(name, acViewDesign); });
+        const RunTimeError error = failureOf([&, open = open] { (commands.*open)(name, acViewDesign); });
         EXPECT_EQ(error.number(), 3343);
         EXPECT_FALSE(isFatal(error));
         EXPECT_NE(error.description().find(u"デザインはまだ読み込めません"), Text::npos);
