@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "inspect_designs.h"
+#include "inspect_macros.h"
 #include "jet/jet_file.h"
 #include "jet/open_database.h"
 #include "json_writer.h"
@@ -29,6 +30,7 @@ public:
                 [&](dao::Document& document) { writeDocument(document); });
         });
         writeDesigns();
+        writeMacros();
         json_.key("problems");
         json_.beginArray();
         for (const Text& problem : problems_) {
@@ -239,6 +241,25 @@ private:
         };
         write("forms", source.forms());
         write("reports", source.reports());
+    }
+
+    // Null as for designs.
+    void writeMacros() {
+        const access::MacroSource source(jet::fileOf(database_));
+        json_.key("macros");
+        if (!source.canRead()) {
+            json_.null();
+            return;
+        }
+        json_.beginArray();
+        for (const access::MacroDocument& macro : source.macros()) {
+            json_.beginObject();
+            member("name", macro.name);
+            member("hidden", macro.isHidden());
+            member("sheet", [&] { writeMacro(json_, source, macro); });
+            json_.endObject();
+        }
+        json_.endArray();
     }
 
     JsonWriter json_;
