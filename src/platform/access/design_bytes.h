@@ -1,5 +1,5 @@
-// The only way into the bytes of a stored design: reads one number or run of bytes behind the other, and fails with
-// the object's name and the offset where the bytes do not suffice.
+// The only way into the bytes of a stored design or module: reads one number or run of bytes behind the other, and
+// fails with the object's name and the offset where the bytes do not suffice.
 #pragma once
 
 #include "jet/byte_span.h"

@@ -9,24 +9,16 @@ namespace {
 
 struct KindFacts {
     jet::ObjectType objectType;
-    TextView rowPrefix; // of the names in MSysModules2
+    ModuleRow row;
     TextView title;
     DesignType root;
 };
 
 const KindFacts& factsOf(DesignKind kind) {
-    static constexpr KindFacts form{jet::ObjectType::Form, u"Form_", u"フォーム", DesignType::Form};
-    static constexpr KindFacts report{jet::ObjectType::Report, u"Report_", u"レポート", DesignType::Report};
+    static constexpr KindFacts form{jet::ObjectType::Form, ModuleRow::Form, u"フォーム", DesignType::Form};
+    static constexpr KindFacts report{jet::ObjectType::Report, ModuleRow::Report, u"レポート",
+                                      DesignType::Report};
     return kind == DesignKind::Form ? form : report;
-}
-
-// MSysModules2.Type of a module of its own, whose name may begin like that of a form's.
-constexpr std::int32_t standardModule = 32775;
-
-Text rowName(DesignKind kind, TextView name) {
-    Text full(factsOf(kind).rowPrefix);
-    full += name;
-    return upperCase(full);
 }
 
 [[noreturn]] void failMissing(const DesignDocument& document, TextView cause) {
@@ -50,34 +42,10 @@ Text DesignDocument::title() const {
     return text;
 }
 
-DesignSource::DesignSource(std::shared_ptr<const jet::JetFile> file) : file_(std::move(file)) {
-    if (canRead()) {
-        readModuleRows();
-    }
+DesignSource::DesignSource(std::shared_ptr<const jet::JetFile> file)
+    : file_(std::move(file)), modules_(*file_) {
     forms_ = documents(DesignKind::Form);
     reports_ = documents(DesignKind::Report);
-}
-
-// A row that cannot be read counts as missing: the object that needs it says so.
-void DesignSource::readModuleRows() {
-    try {
-        modules_ = file_->findTable(u"MSysModules2");
-        if (modules_ == nullptr) {
-            return;
-        }
-        jet::RowCursor cursor(*modules_);
-        while (const auto pointer = cursor.next()) {
-            skipErrors([&] {
-                const jet::NamedRow row(*modules_, *pointer);
-                const auto name = row.text(u"Name");
-                if (name && row.number(u"Type") != standardModule) {
-                    moduleRows_.emplace(upperCase(*name), *pointer);
-                }
-            });
-        }
-    } catch (const RunTimeError& error) {
-        moduleTableProblem_ = error.description();
-    }
 }
 
 // The catalogue is in the order of parents and names, which within one container is the order of its documents.
@@ -85,7 +53,7 @@ std::vector<DesignDocument> DesignSource::documents(DesignKind kind) const {
     std::vector<DesignDocument> found;
     for (const jet::CatalogueEntry& entry : file_->catalogue().entries()) {
         if (entry.type == factsOf(kind).objectType) {
-            found.push_back({kind, entry.name, &entry, moduleRows_.contains(rowName(kind, entry.name))});
+            found.push_back({kind, entry.name, &entry, modules_.contains(factsOf(kind).row, entry.name)});
         }
     }
     return found;
@@ -108,15 +76,16 @@ DesignStreams DesignSource::streams(const DesignDocument& document) const {
     try {
         const jet::NamedRow row = file_->catalogue().row(*document.entry);
         streams = {DesignPlace::Catalogue, row.bytes(u"LvExtra"), row.bytes(u"Lv")};
-        if (streams.design.empty() && document.hasModule) {
-            const jet::NamedRow module(*modules_, moduleRows_.at(rowName(document.kind, document.name)));
-            streams = {DesignPlace::ModuleRow, module.bytes(u"Form"), module.bytes(u"TypeInfo")};
+        if (streams.design.empty()) {
+            if (const auto module = modules_.row(factsOf(document.kind).row, document.name)) {
+                streams = {DesignPlace::ModuleRow, module->bytes(u"Form"), module->bytes(u"TypeInfo")};
+            }
         }
     } catch (const RunTimeError& error) {
         throw RunTimeError(error.number(), error.description() + u" (" + document.title() + u")");
     }
     if (streams.design.empty()) {
-        failMissing(document, moduleTableProblem_);
+        failMissing(document, modules_.problem());
     }
     return streams;
 }

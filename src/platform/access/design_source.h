@@ -5,11 +5,9 @@
 // columns Form, TypeInfo and Module instead; that row exists exactly when the object has a class module.
 #pragma once
 
-#include <map>
-
 #include "access/design_tree.h"
 #include "access/design_type_info.h"
-#include "jet/jet_file.h"
+#include "access/module_table.h"
 
 namespace relvane::access {
 
@@ -53,12 +51,9 @@ public:
 
 private:
     std::vector<DesignDocument> documents(DesignKind kind) const;
-    void readModuleRows();
 
     std::shared_ptr<const jet::JetFile> file_;
-    const jet::Table* modules_ = nullptr;        // MSysModules2
-    Text moduleTableProblem_;                    // why its rows could not be listed
-    std::map<Text, jet::RowPointer> moduleRows_; // by the row's name in capitals
+    ModuleTable modules_;
     std::vector<DesignDocument> forms_, reports_;
 };
 
