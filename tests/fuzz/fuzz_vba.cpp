@@ -1,9 +1,9 @@
 // Drives everything that reads stored VBA with arbitrary bytes: as a container, whose streams are then read as the
-// project and as a module, and as each of these by itself.
+// project and as a module, and as each of these by itself. Every line has one owner.
 
 #include <cstdlib>
 
-#include "access/module_text.h"
+#include "access/module_procedures.h"
 #include "access/vba_compression.h"
 #include "access/vba_project.h"
 #include "platform/codepage.h"
@@ -20,7 +20,15 @@ void lookAtText(const Bytes& text) {
     for (std::size_t line = 1; line <= module.lineCount(); ++line) {
         length += module.line(line).size() + 2; // with its end
     }
-    if (length != module.text().size()) {
+    const ModuleProcedures procedures(module);
+    std::size_t owned = procedures.declarationLines();
+    for (const ModuleProcedure& procedure : procedures.all()) {
+        owned += procedure.count;
+        if (procedure.body < procedure.start || procedures.at(procedure.body) == nullptr) {
+            std::abort();
+        }
+    }
+    if (length != module.text().size() || owned != module.lineCount()) {
         std::abort();
     }
 }

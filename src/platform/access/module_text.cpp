@@ -3,16 +3,12 @@
 #include <algorithm>
 
 namespace relvane::access {
-namespace {
 
-// A blank and "_" at the end: the next line goes on with the statement, or with the comment.
 bool goesOn(TextView line) {
     const std::size_t last = line.find_last_not_of(u" \t");
     return last != TextView::npos && last > 0 && line[last] == u'_' &&
            (line[last - 1] == u' ' || line[last - 1] == u'\t');
 }
-
-} // namespace
 
 // "Attribute" is a reserved word, so that only a line which goes on with a comment can begin with it otherwise.
 ModuleText::ModuleText(ModuleKind kind, TextView stored) : kind_(kind) {

@@ -10,6 +10,9 @@ namespace relvane::access {
 // Module.Type.
 enum class ModuleKind { Standard = 0, Class = 1 };
 
+// A blank and "_" at the end, blanks behind them allowed: the next line goes on with the statement, or the comment.
+bool goesOn(TextView line);
+
 class ModuleText {
 public:
     ModuleText() = default;
