@@ -110,87 +110,109 @@ TEST(TargetApplication, DesignsOfANewerFileSayThatTheyCannotBeReadYet) {
     EXPECT_EQ(errorOf([&] { application->Forms(u"x"); }), 2450);
 }
 
-class OpenNorthwind : public ::testing::Test {
+struct Target {
+    std::filesystem::path file;
+    Text form, formInOtherCase, otherForm, report;
+};
+
+std::vector<Target> targets() {
+    std::vector<Target> all{
+        {test::ownSample("juchu.mdb"), u"受注明細ｻﾌﾞ", u"受注明細ｻﾌﾞ", u"得意先台帳", u"請求書"}};
+    if (const auto northwind = test::realSample("access97/nwind.mdb")) {
+        all.push_back({*northwind, u"Orders", u"oRDERS", u"Customers", u"Catalog"});
+    }
+    return all;
+}
+
+class OpenTarget : public ::testing::TestWithParam<Target> {
 protected:
     void SetUp() override {
-        const Text path = sample("access97/nwind.mdb");
-        if (path.empty()) {
-            GTEST_SKIP() << "no real samples";
-        }
-        application->OpenCurrentDatabase(path, false);
+        application->OpenCurrentDatabase(textOfNativePath(GetParam().file.native()), false);
     }
     DoCmd& commands() const { return application->DoCmd(); }
 
     std::shared_ptr<Application> application = newTargetApplication();
 };
 
-TEST_F(OpenNorthwind, NamesThatDoNotExistAndViewsThatAreNotTheDesignAreNotFatal) {
-    EXPECT_EQ(errorOf([&] { commands().OpenForm(u"Catalog", acViewDesign); }), 2102);
-    EXPECT_EQ(errorOf([&] { commands().OpenReport(u"Orders", acViewDesign); }), 2103);
-    EXPECT_EQ(errorOf([&] { commands().OpenReport(u"nothing of that name", acViewPreview); }), 2103);
-    for (const View view : {acViewNormal, acViewPreview}) {
-        const RunTimeError error = failureOf([&] { commands().OpenReport(u"catalog", view); });
-        EXPECT_FALSE(isFatal(error));
-        EXPECT_NE(error.description().find(u"デザイン"), Text::npos);
-        EXPECT_FALSE(isFatal(failureOf([&] { commands().OpenForm(u"orders", view); })));
-    }
-    EXPECT_EQ(errorOf([&] { application->Forms(u"Orders"); }), 2450);
-    EXPECT_EQ(errorOf([&] { application->Reports(u"Catalog"); }), 2451);
+INSTANTIATE_TEST_SUITE_P(OwnAndReal, OpenTarget, ::testing::ValuesIn(targets()),
+                         [](const auto& target) { return target.param.file.stem().string(); });
+
+// No Japanese name has another case.
+TEST(OpenTargetNames, AreLookedUpWithoutRegardToCase) {
+    const auto application = newTargetApplication();
+    application->OpenCurrentDatabase(textOfNativePath(test::ownSample("juchu.mdb").native()), false);
+    application->DoCmd().OpenForm(u"f_1998", acViewDesign);
+    EXPECT_EQ(application->Forms(u"F_1998").Name(), u"F_1998");
 }
 
-TEST_F(OpenNorthwind, ClosingTakesAFormOutOfForms) {
-    commands().OpenForm(u"oRDERS", acViewDesign);
-    EXPECT_EQ(application->Forms(u"ORDERS").Name(), u"Orders");
-    EXPECT_EQ(errorOf([&] { application->Reports(u"Orders"); }), 2451);
-    commands().Close(acReport, u"Orders", acSaveNo); // another kind of object
-    EXPECT_EQ(application->Forms(u"Orders").Name(), u"Orders");
-    commands().Close(acForm, u"orders", acSaveNo);
-    EXPECT_EQ(errorOf([&] { application->Forms(u"Orders"); }), 2450);
-    commands().Close(acForm, u"Orders", acSaveNo);
+TEST_P(OpenTarget, NamesThatDoNotExistAndViewsThatAreNotTheDesignAreNotFatal) {
+    EXPECT_EQ(errorOf([&] { commands().OpenForm(GetParam().report, acViewDesign); }), 2102);
+    EXPECT_EQ(errorOf([&] { commands().OpenReport(GetParam().form, acViewDesign); }), 2103);
+    EXPECT_EQ(errorOf([&] { commands().OpenReport(u"nothing of that name", acViewPreview); }), 2103);
+    for (const View view : {acViewNormal, acViewPreview}) {
+        const RunTimeError error = failureOf([&] { commands().OpenReport(GetParam().report, view); });
+        EXPECT_FALSE(isFatal(error));
+        EXPECT_NE(error.description().find(u"デザイン"), Text::npos);
+        EXPECT_FALSE(isFatal(failureOf([&] { commands().OpenForm(GetParam().formInOtherCase, view); })));
+    }
+    EXPECT_EQ(errorOf([&] { application->Forms(GetParam().form); }), 2450);
+    EXPECT_EQ(errorOf([&] { application->Reports(GetParam().report); }), 2451);
+}
+
+TEST_P(OpenTarget, ClosingTakesAFormOutOfForms) {
+    commands().OpenForm(GetParam().formInOtherCase, acViewDesign);
+    EXPECT_EQ(application->Forms(GetParam().formInOtherCase).Name(), GetParam().form);
+    EXPECT_EQ(errorOf([&] { application->Reports(GetParam().form); }), 2451);
+    commands().Close(acReport, GetParam().form, acSaveNo); // another kind of object
+    EXPECT_EQ(application->Forms(GetParam().form).Name(), GetParam().form);
+    commands().Close(acForm, GetParam().formInOtherCase, acSaveNo);
+    EXPECT_EQ(errorOf([&] { application->Forms(GetParam().form); }), 2450);
+    commands().Close(acForm, GetParam().form, acSaveNo);
     commands().Close(acForm, u"nothing of that name", acSaveNo);
 }
 
-TEST_F(OpenNorthwind, OpeningTwiceKeepsWhatIsOpen) {
-    commands().OpenForm(u"Orders", acViewDesign);
-    Form& form = application->Forms(u"Orders");
+TEST_P(OpenTarget, OpeningTwiceKeepsWhatIsOpen) {
+    commands().OpenForm(GetParam().form, acViewDesign);
+    Form& form = application->Forms(GetParam().form);
     form.setVisible(false);
-    commands().OpenForm(u"ORDERS", acViewDesign);
-    EXPECT_EQ(&application->Forms(u"Orders"), &form);
+    commands().OpenForm(GetParam().formInOtherCase, acViewDesign);
+    EXPECT_EQ(&application->Forms(GetParam().form), &form);
     EXPECT_EQ(form(u"Visible"), Value(false));
 }
 
-TEST_F(OpenNorthwind, FormsAndReportsAreOpenBesideEachOther) {
-    commands().OpenForm(u"Orders", acViewDesign);
-    Form& orders = application->Forms(u"Orders");
+TEST_P(OpenTarget, FormsAndReportsAreOpenBesideEachOther) {
+    commands().OpenForm(GetParam().form, acViewDesign);
+    Form& orders = application->Forms(GetParam().form);
+    ASSERT_GT(orders.Controls().Count(), 0);
     Control& control = orders.Controls().Item(0);
     const Text name = control.Name();
-    commands().OpenForm(u"Customers", acViewDesign);
-    commands().OpenReport(u"Catalog", acViewDesign);
-    EXPECT_EQ(application->Forms(u"Customers").Name(), u"Customers");
-    EXPECT_EQ(application->Reports(u"Catalog").Name(), u"Catalog");
-    commands().Close(acForm, u"Customers", acSaveNo);
-    EXPECT_EQ(&application->Forms(u"Orders"), &orders); // lives until it is closed itself
+    commands().OpenForm(GetParam().otherForm, acViewDesign);
+    commands().OpenReport(GetParam().report, acViewDesign);
+    EXPECT_EQ(application->Forms(GetParam().otherForm).Name(), GetParam().otherForm);
+    EXPECT_EQ(application->Reports(GetParam().report).Name(), GetParam().report);
+    commands().Close(acForm, GetParam().otherForm, acSaveNo);
+    EXPECT_EQ(&application->Forms(GetParam().form), &orders); // lives until it is closed itself
     EXPECT_EQ(control(u"Name"), Value(name));
-    EXPECT_EQ(application->Reports(u"Catalog").Name(), u"Catalog");
+    EXPECT_EQ(application->Reports(GetParam().report).Name(), GetParam().report);
 }
 
-TEST_F(OpenNorthwind, ClosingTheDatabaseClosesWhatIsOpen) {
-    commands().OpenForm(u"Orders", acViewDesign);
+TEST_P(OpenTarget, ClosingTheDatabaseClosesWhatIsOpen) {
+    commands().OpenForm(GetParam().form, acViewDesign);
     application->CloseCurrentDatabase();
-    EXPECT_EQ(errorOf([&] { application->Forms(u"Orders"); }), 2450);
-    EXPECT_EQ(errorOf([&] { commands().OpenForm(u"Orders", acViewDesign); }), 2467);
-    EXPECT_EQ(errorOf([&] { commands().Close(acForm, u"Orders", acSaveNo); }), 2467);
+    EXPECT_EQ(errorOf([&] { application->Forms(GetParam().form); }), 2450);
+    EXPECT_EQ(errorOf([&] { commands().OpenForm(GetParam().form, acViewDesign); }), 2467);
+    EXPECT_EQ(errorOf([&] { commands().Close(acForm, GetParam().form, acSaveNo); }), 2467);
 }
 
 // The pages that hold a row of the catalogue hold the designs as well: one is damaged where its stream begins.
-TEST_F(OpenNorthwind, ADamagedDesignIsNamed) {
-    std::ifstream in(*test::realSample("access97/nwind.mdb"), std::ios::binary);
+TEST_P(OpenTarget, ADamagedDesignIsNamed) {
+    std::ifstream in(GetParam().file, std::ios::binary);
     std::string bytes((std::istreambuf_iterator<char>(in)), {});
-    commands().OpenForm(u"Main Switchboard", acViewDesign);
+    commands().OpenForm(GetParam().otherForm, acViewDesign);
     const std::string head("\x11\0\x11\0\0\0\0\0\x96\0", 10);
     std::size_t damaged = 0;
     for (std::size_t at = bytes.find(head); at != std::string::npos; at = bytes.find(head, at + 1)) {
-        bytes[at + head.size()] = '\x2F'; // an id behind which nothing rises
+        bytes[at + head.size()] = '\xFD'; // the end, with everything behind it left over
         ++damaged;
     }
     ASSERT_GT(damaged, 0u);
@@ -198,12 +220,13 @@ TEST_F(OpenNorthwind, ADamagedDesignIsNamed) {
     std::ofstream(folder / "damaged.mdb", std::ios::binary) << bytes;
     application->CloseCurrentDatabase();
     application->OpenCurrentDatabase(textOfNativePath((folder / "damaged.mdb").native()), false);
-    const RunTimeError error = failureOf([&] { commands().OpenForm(u"orders", acViewDesign); });
+    const RunTimeError error =
+        failureOf([&] { commands().OpenForm(GetParam().formInOtherCase, acViewDesign); });
     EXPECT_EQ(error.number(), 3049);
-    EXPECT_NE(error.description().find(u"フォーム \"Orders\""), Text::npos);
-    EXPECT_EQ(errorOf([&] { application->Forms(u"Orders"); }), 2450);
-    commands().OpenReport(u"Catalog", acViewDesign); // the others are as whole as before
-    EXPECT_EQ(application->Reports(u"Catalog").Name(), u"Catalog");
+    EXPECT_NE(error.description().find(u"フォーム \"" + GetParam().form + u"\""), Text::npos);
+    EXPECT_EQ(errorOf([&] { application->Forms(GetParam().form); }), 2450);
+    commands().OpenReport(GetParam().report, acViewDesign); // the others are as whole as before
+    EXPECT_EQ(application->Reports(GetParam().report).Name(), GetParam().report);
 }
 
 } // namespace
