@@ -29,6 +29,29 @@ struct CurrentControl {
     Text PropertyGroup, PropertyLabel, PropertyText;
 };
 
+// Where the scanners of source stand. One state for all of them: what none of them resets runs on from object to object,
+// and from one list to the next.
+struct ScanState {
+    const access::Module* CurModule = nullptr; // of the object being read, only while it is
+    Text CurObjectKind;                        // Form, Report or Module; in the module listing 1, 2 or 3
+    std::int32_t ModuleLineCount = 0, DeclLineCount = 0;
+    std::int16_t ProcNo = 0;
+    std::int32_t ProcLineNo = 0;
+    Text CurProcName; // of the line before; empty in the declarations
+    std::int32_t CurProcKind = 0;
+    std::int32_t LineIndex = 0; // from 1
+    Text CodeLine, NextCodeLine;
+
+    // Step counts: what was counted since the last row, and of which object.
+    std::int16_t CommentLines = 0, BlankLines = 0;
+    std::int32_t TotalLines = 0;
+    Text LastObjectName;
+
+    // The macro in hand, and what its next row takes along.
+    Text MacroName, MacroComment, MacroCondition, ArgText;
+    std::int16_t ActionNo = 0, ArgNo = 0;
+};
+
 struct AnalysisContext {
     AnalysisContext(Platform& platform, FrmRelvane& frmRelvane)
         : platform(platform), frmRelvane(frmRelvane) {}
@@ -66,6 +89,7 @@ struct AnalysisContext {
     access::Report* CurReport = nullptr; // the same when it is a report
     Text CurDesignName;
     CurrentControl CurControl;
+    ScanState Scan;
 
     // The control counts of one form or report, in the order of their table, and the word for its kind.
     std::array<std::int16_t, 19> ControlCounters{};

@@ -7,6 +7,7 @@
 // Booleans, measures twips, texts never Null.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "platform/collection.h"
@@ -16,7 +17,7 @@
 namespace relvane::access {
 
 enum View { acViewNormal = 0, acViewDesign = 1, acViewPreview = 2 };
-enum ObjectType { acForm = 2, acReport = 3 };
+enum ObjectType { acForm = 2, acReport = 3, acMacro = 4, acModule = 5 };
 enum CloseSave { acSaveNo = 2 };
 
 struct Property {
@@ -48,12 +49,35 @@ public:
     virtual int ControlType() const = 0; // 100 label, 101 rectangle ... 124 page
 };
 
+// The VBA source of one form, report or module. Lines count from 1; what is given back lives as long as the module.
+// A kind of procedure is vbext_ProcKind: 0 Sub or Function, 1 Property Let, 2 Property Set, 3 Property Get.
+class Module {
+public:
+    virtual ~Module() = default;
+    virtual std::int32_t CountOfLines() const = 0;            // with the blank ones
+    virtual std::int32_t CountOfDeclarationLines() const = 0; // ahead of the first procedure
+    // `count` lines from `line` on, untrimmed, CR LF between them; empty for lines that are not there.
+    virtual TextView Lines(std::int32_t line, std::int32_t count) const = 0;
+    // The procedure that the line belongs to, and its kind; empty and 0 for the declarations.
+    virtual TextView ProcOfLine(std::int32_t line, std::int32_t& kind) const = 0;
+    // Names are looked up without regard to case. Kind 0 finds a property too: its first procedure. Error 35 for a
+    // procedure that is not there.
+    virtual std::int32_t ProcStartLine(TextView name,
+                                       std::int32_t kind) const = 0; // with the remarks above it
+    virtual std::int32_t ProcBodyLine(TextView name, std::int32_t kind) const = 0; // of its header
+    virtual std::int32_t ProcCountLines(TextView name,
+                                        std::int32_t kind) const = 0; // no name: the declarations
+    virtual std::int32_t
+    Type() const = 0; // 0 standard module, 1 class module, those of forms and reports too
+};
+
 // A form or report that is open.
 class Designed : public Object {
 public:
     virtual Text Name() const = 0;
     virtual void setVisible(bool visible) = 0;
     virtual bool HasModule() const = 0;
+    virtual const access::Module& Module() const = 0; // error 2467 without one, 3049 for a damaged one
     virtual const Collection<Control>&
     Controls() const = 0; // section by section, a control before what it holds
 };
@@ -79,6 +103,21 @@ public:
     virtual void Close(ObjectType type, const Text& name,
                        CloseSave save); // of what is not open: nothing happens
     virtual void Maximize() = 0;
+    virtual void Minimize(); // the window that has the focus
+
+    // Opens a module for reading, one that a conversion made too. Error 2516 for one that does not exist, 3049 for one
+    // whose source is damaged.
+    virtual void OpenModule(const Text& name);
+    // Selects the object in the database window. Error 2544 for one that does not exist.
+    virtual void SelectObject(ObjectType type, const Text& name, bool inDatabaseWindow);
+    // A command of a menu by the numbers of Access. There is one, 9, 0, 5, 0, 70: it converts the selected macro to a
+    // module named "変換するﾏｸﾛ : " and the macro's name, which lives in the application alone, until it is deleted. Its two
+    // dialogs take the keys that SendKeys has queued. Error 2046 where the command is not at hand, 2501 when nothing
+    // answers the dialogs, 3049 for a macro that is damaged.
+    virtual void DoMenuItem(int menuBar, int menuName, int command, int subcommand, int version);
+    // Of what a conversion made. Error 7874 for an object that does not exist, 3027 for one of the file: the target is
+    // never changed.
+    virtual void DeleteObject(ObjectType type, const Text& name);
 };
 
 // An instance. Releasing the last owner closes what it shows.
@@ -95,6 +134,10 @@ public:
     // What is open. They live until they are closed. Errors 2450 and 2451 for a name that is not open.
     virtual Form& Forms(const Text& name);
     virtual Report& Reports(const Text& name);
+    virtual Module& Modules(const Text& name); // error 7961
+
+    // Queues keystrokes for the dialogs of the next menu command. "{ENTER}" closes one.
+    virtual void SendKeys(const Text& keys);
 };
 
 } // namespace relvane::access

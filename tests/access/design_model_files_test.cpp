@@ -9,6 +9,7 @@
 
 #include "access/design_model.h"
 #include "access/design_source.h"
+#include "access/module_model.h"
 #include "jet/jet_file.h"
 #include "platform/runtime_error.h"
 #include "support/samples.h"
@@ -24,6 +25,11 @@ Value number(std::int64_t value) {
 
 Value text(TextView value) {
     return Text(value);
+}
+
+// An empty one for each object that has code.
+ModuleLoader moduleOf(const DesignDocument& document) {
+    return document.hasModule ? [] { return openModule({}); } : ModuleLoader();
 }
 
 class Northwind : public ::testing::Test {
@@ -43,10 +49,10 @@ protected:
     }
 
     std::shared_ptr<Form> form(const DesignDocument& document) const {
-        return openForm(source->design(document), document.name, document.hasModule);
+        return openForm(source->design(document), document.name, moduleOf(document));
     }
     std::shared_ptr<Report> report(const DesignDocument& document) const {
-        return openReport(source->design(document), document.name, document.hasModule);
+        return openReport(source->design(document), document.name, moduleOf(document));
     }
 
     Json golden;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "access/module_model.h"
 #include "design_bytes_builder.h"
 #include "platform/codepage.h"
 #include "platform/runtime_error.h"
@@ -51,7 +52,7 @@ std::shared_ptr<Form> sampleForm() {
     bytes.hex("7c 00").property(0xdc, "Q").property(0xe8, "Second").hex("fd");
     bytes.hex("68 00 68 bc 02").property(0xdc, "K").property(0xef, "K_1").hex("fd");
     bytes.hex("77 00").property(0xdc, "X").hex("fd");
-    return openForm(designOf(bytes), u"Sample", true);
+    return openForm(designOf(bytes), u"Sample", [] { return openModule({}); });
 }
 
 Control& control(const Designed& design, TextView name) {
@@ -140,7 +141,7 @@ TEST(DesignModel, ABoundControlHasColumnPropertiesInTheDetailSectionOfAForm) {
 TEST(DesignModel, OnAReportNoControlHasColumnProperties) {
     StreamBytes bytes;
     bytes.hex(header97).hex("97 00 fe 98 00 60 64 00 fe 6d 00").property(0xdc, "T").hex("fd");
-    const auto report = openReport(designOf(bytes), u"R", false);
+    const auto report = openReport(designOf(bytes), u"R", {});
     EXPECT_EQ(countOf(*report), 48);
     EXPECT_EQ(countOf(control(*report, u"T")), 75);
     EXPECT_FALSE(report->HasModule());
@@ -306,9 +307,8 @@ void expectReadings(const Object& object, const Reading& reading) {
 }
 
 TEST(DesignModel, WhatAnalysesReadIsThereAndNeverNullThoughNothingIsStored) {
-    const auto form = openForm(designOf(form97().hex("fd")), u"F", false);
-    const auto report =
-        openReport(designOf(StreamBytes().hex(header97).hex("97 00 fe 9f 00 fd")), u"R", false);
+    const auto form = openForm(designOf(form97().hex("fd")), u"F", {});
+    const auto report = openReport(designOf(StreamBytes().hex(header97).hex("97 00 fe 9f 00 fd")), u"R", {});
     for (const Reading& reading : readings) {
         SCOPED_TRACE(toUtf8(nameOf(reading.type)));
         if (reading.type == DesignType::Form) {
@@ -320,7 +320,7 @@ TEST(DesignModel, WhatAnalysesReadIsThereAndNeverNullThoughNothingIsStored) {
         } else {
             StreamBytes bytes = form97();
             bytes.hex("fe 98 00 60 64 00 fe").raw({static_cast<std::uint8_t>(reading.type), 0, 0xfd});
-            const auto withControl = openForm(designOf(bytes), u"F", false);
+            const auto withControl = openForm(designOf(bytes), u"F", {});
             const Control& only = withControl->Controls().Item(0);
             EXPECT_EQ(only.ControlType(), controlTypeOf(reading.type));
             expectReadings(only, reading);
@@ -331,7 +331,7 @@ TEST(DesignModel, WhatAnalysesReadIsThereAndNeverNullThoughNothingIsStored) {
 TEST(DesignModel, WhatLaterVersionsBroughtIsNotThereBefore) {
     const auto form = [](std::string_view header) {
         return openForm(designOf(StreamBytes().hex(header).hex("96 00 fe 98 00 60 64 00 fe 6d 00 fd")), u"F",
-                        false);
+                        {});
     };
     EXPECT_EQ(skipErrors([&] { form(header97)->Controls().Item(0)(u"IsHyperlink"); }), 438);
     EXPECT_EQ(form("13 00 13 00 00 00 00 00")->Controls().Item(0)(u"IsHyperlink"), Value(false));
@@ -368,7 +368,7 @@ TEST(DesignModel, APlaceThatShowsAValueShowsThatOfItsName) {
 TEST(DesignModel, ADesignLivesAsLongAsWhatItIsOpenIn) {
     auto design = designOf(form97().hex("ff 01 00 98 00 60 64 00 fe 6d 00 dc 01 41 fd"));
     const std::weak_ptr<const Design> watch = design;
-    auto form = openForm(std::move(design), u"F", false);
+    auto form = openForm(std::move(design), u"F", {});
     EXPECT_FALSE(watch.expired());
     EXPECT_EQ(form->Controls().Item(0)(u"Name"), text(u"A"));
     form.reset();

@@ -49,10 +49,10 @@ void askTheModel(const std::shared_ptr<const Design>& design) {
         }
     };
     if (!design->isReport()) {
-        ask(*openForm(design, u"x", false));
+        ask(*openForm(design, u"x", {}));
         return;
     }
-    const auto report = openReport(design, u"x", false);
+    const auto report = openReport(design, u"x", {});
     ask(*report);
     skipErrors([&] {
         for (int level = 0;; ++level) { // ends with the error behind the last

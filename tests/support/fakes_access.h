@@ -106,7 +106,13 @@ public:
 
     Text Name() const override { return name_; }
     void setVisible(bool value) override { visible = value; }
-    bool HasModule() const override { return hasModule; }
+    bool HasModule() const override { return module != nullptr; }
+    const access::Module& Module() const override {
+        if (!module) {
+            throw RunTimeError(2467, name_);
+        }
+        return *module;
+    }
     const Collection<access::Control>& Controls() const override {
         if (collection_.Count() != static_cast<int>(controls_.size())) {
             collection_ = Collection<access::Control>({controls_.begin(), controls_.end()});
@@ -115,7 +121,7 @@ public:
     }
 
     bool visible = true;
-    bool hasModule = false;
+    std::shared_ptr<access::Module> module;
 
 private:
     Text name_;
@@ -181,13 +187,17 @@ private:
 };
 
 // Shared by all applications of one kind: "New", "Open PATH", "Close", "OpenForm NAME 1", "OpenReport NAME 2",
-// "CloseObject 2 NAME 2", "Maximize", "Visible 1", "Release", in order; and what their database holds.
+// "OpenModule NAME", "CloseObject 2 NAME 2", "SelectObject 4 NAME 1", "SendKeys KEYS", "DoMenuItem 9 0 5 0 70", "DeleteObject 5
+// NAME", "Maximize", "Minimize", "Visible 1", "Release", in order; and what their database holds.
 struct ApplicationLog {
     std::vector<Text> calls;
     std::map<Text, int> failing; // first word of a call -> error number it ends with, each time
     int alive = 0;
     FakeDesigns<FakeForm> forms;
     FakeDesigns<FakeReport> reports;
+    std::map<Text, std::shared_ptr<access::Module>> modules; // those of the Modules container, by name
+    std::map<Text, std::shared_ptr<access::Module>>
+        conversions; // what the conversion of a macro makes, by macro
 
     void call(const Text& what) {
         calls.push_back(what);
@@ -234,9 +244,49 @@ public:
     void Close(access::ObjectType type, const Text& name, access::CloseSave save) override {
         log_.call(u"CloseObject " + toText(static_cast<long long>(type)) + u" " + name + u" " +
                   toText(static_cast<long long>(save)));
-        type == access::acForm ? log_.forms.close(name) : log_.reports.close(name);
+        if (type == access::acModule) {
+            openModules_.erase(name);
+        } else {
+            type == access::acForm ? log_.forms.close(name) : log_.reports.close(name);
+        }
     }
     void Maximize() override { log_.call(u"Maximize"); }
+    void Minimize() override { log_.call(u"Minimize"); }
+
+    void OpenModule(const Text& name) override {
+        log_.call(u"OpenModule " + name);
+        if (!log_.modules.contains(name)) {
+            throw RunTimeError(2516, name);
+        }
+        openModules_.insert(name);
+    }
+    access::Module& Modules(const Text& name) override {
+        if (!openModules_.contains(name)) {
+            throw RunTimeError(7961, name);
+        }
+        return *log_.modules.at(name);
+    }
+    void SelectObject(access::ObjectType type, const Text& name, bool inDatabaseWindow) override {
+        log_.call(u"SelectObject " + toText(static_cast<long long>(type)) + u" " + name +
+                  (inDatabaseWindow ? u" 1" : u" 0"));
+        selected_ = name;
+    }
+    void SendKeys(const Text& keys) override { log_.call(u"SendKeys " + keys); }
+    void DoMenuItem(int menuBar, int menuName, int command, int subcommand, int version) override {
+        Text call = u"DoMenuItem";
+        for (const int number : {menuBar, menuName, command, subcommand, version}) {
+            call += u" " + toText(static_cast<long long>(number));
+        }
+        log_.call(call);
+        if (const auto found = log_.conversions.find(selected_); found != log_.conversions.end()) {
+            log_.modules[u"変換するﾏｸﾛ : " + selected_] = found->second;
+        }
+    }
+    void DeleteObject(access::ObjectType type, const Text& name) override {
+        log_.call(u"DeleteObject " + toText(static_cast<long long>(type)) + u" " + name);
+        log_.modules.erase(name);
+        openModules_.erase(name);
+    }
 
 private:
     void closeAll() {
@@ -245,6 +295,8 @@ private:
     }
 
     ApplicationLog& log_;
+    std::set<Text> openModules_;
+    Text selected_;
 };
 
 } // namespace relvane::test

@@ -39,11 +39,11 @@ public:
 template <class Base>
 class ModelDesign : public ModelObject<Base> {
 public:
-    ModelDesign(std::shared_ptr<const Design> design, Text name, bool hasModule)
+    ModelDesign(std::shared_ptr<const Design> design, Text name, ModuleLoader loadModule)
         : ModelObject<Base>(design->root()),
           design_(std::move(design)),
           name_(std::move(name)),
-          hasModule_(hasModule) {
+          loadModule_(std::move(loadModule)) {
         std::vector<std::shared_ptr<Control>> controls;
         controls.reserve(design_->controls().size());
         for (const DesignObject* control : design_->controls()) {
@@ -54,7 +54,16 @@ public:
 
     Text Name() const override { return name_; }
     void setVisible(bool visible) override { visible_ = visible; }
-    bool HasModule() const override { return hasModule_; }
+    bool HasModule() const override { return loadModule_ != nullptr; }
+    const access::Module& Module() const override {
+        if (!loadModule_) {
+            throw RunTimeError(ErrorNumber::NoCurrentDatabase, name_);
+        }
+        if (!module_) {
+            module_ = loadModule_();
+        }
+        return *module_;
+    }
     const Collection<Control>& Controls() const override { return controls_; }
 
     Value operator()(TextView name) const override {
@@ -65,7 +74,7 @@ public:
             return visible_;
         }
         if (equalsIgnoringCase(name, u"HasModule")) {
-            return hasModule_;
+            return HasModule();
         }
         if (equalsIgnoringCase(name, u"Count")) {
             return std::int64_t{controls_.Count()};
@@ -79,7 +88,9 @@ protected:
 private:
     std::shared_ptr<const Design> design_;
     Text name_;
-    bool hasModule_, visible_ = true;
+    ModuleLoader loadModule_;
+    mutable std::shared_ptr<const access::Module> module_; // from the first question on
+    bool visible_ = true;
     Collection<Control> controls_;
 };
 
@@ -87,8 +98,8 @@ using ModelForm = ModelDesign<Form>;
 
 class ModelReport : public ModelDesign<Report> {
 public:
-    ModelReport(std::shared_ptr<const Design> design, const Text& name, bool hasModule)
-        : ModelDesign(std::move(design), name, hasModule) {
+    ModelReport(std::shared_ptr<const Design> design, const Text& name, ModuleLoader loadModule)
+        : ModelDesign(std::move(design), name, std::move(loadModule)) {
         for (const DesignObject* level : this->design().groupLevels()) {
             levels_.push_back(std::make_unique<ModelLevel>(*level));
         }
@@ -108,12 +119,14 @@ private:
 
 } // namespace
 
-std::shared_ptr<Form> openForm(std::shared_ptr<const Design> design, const Text& name, bool hasModule) {
-    return std::make_shared<ModelForm>(std::move(design), name, hasModule);
+std::shared_ptr<Form> openForm(std::shared_ptr<const Design> design, const Text& name,
+                               ModuleLoader loadModule) {
+    return std::make_shared<ModelForm>(std::move(design), name, std::move(loadModule));
 }
 
-std::shared_ptr<Report> openReport(std::shared_ptr<const Design> design, const Text& name, bool hasModule) {
-    return std::make_shared<ModelReport>(std::move(design), name, hasModule);
+std::shared_ptr<Report> openReport(std::shared_ptr<const Design> design, const Text& name,
+                                   ModuleLoader loadModule) {
+    return std::make_shared<ModelReport>(std::move(design), name, std::move(loadModule));
 }
 
 } // namespace relvane::access

@@ -27,11 +27,16 @@ ModuleText::ModuleText(ModuleKind kind, TextView stored) : kind_(kind) {
 }
 
 TextView ModuleText::line(std::size_t number) const {
-    if (number == 0 || number > lines_.size()) {
+    return lines(number, 1);
+}
+
+TextView ModuleText::lines(std::size_t first, std::size_t count) const {
+    if (first == 0 || first > lines_.size() || count == 0) {
         return {};
     }
-    const Line& found = lines_[number - 1];
-    return TextView(text_).substr(found.start, found.length);
+    const Line& begin = lines_[first - 1];
+    const Line& end = lines_[std::min(count, lines_.size() - first + 1) + first - 2];
+    return TextView(text_).substr(begin.start, end.start + end.length - begin.start);
 }
 
 } // namespace relvane::access

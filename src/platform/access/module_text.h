@@ -24,6 +24,8 @@ public:
     std::size_t lineCount() const { return lines_.size(); } // a final line end begins no further line
     // Line `number`, from 1, without its end; empty for a line that is not there.
     TextView line(std::size_t number) const;
+    // The lines from `first` on, as many as there are of `count`, CR LF between them.
+    TextView lines(std::size_t first, std::size_t count) const;
     const Text& text() const { return text_; } // each line closed by CR LF
 
 private:

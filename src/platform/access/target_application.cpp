@@ -5,6 +5,8 @@
 
 #include "access/design_model.h"
 #include "access/design_source.h"
+#include "access/module_model.h"
+#include "access/module_source.h"
 #include "jet/jet_file.h"
 #include "jet/open_database.h"
 #include "platform/native_path.h"
@@ -13,7 +15,7 @@ namespace relvane::access {
 namespace {
 
 constexpr int formNotFound = 2102, reportNotFound = 2103, formNotOpen = 2450, reportNotOpen = 2451,
-              databaseAlreadyOpen = 7867;
+              moduleNotFound = 2516, databaseAlreadyOpen = 7867, moduleNotOpen = 7961;
 
 // What Access 97 writes into the property AccessVersion; Access 95 wrote "06.68".
 constexpr TextView access97 = u"07.53";
@@ -56,7 +58,9 @@ public:
         requireDatabase();
         forms_.clear();
         reports_.clear();
+        modules_.clear();
         designs_.reset();
+        sources_.reset();
         database_.reset();
     }
 
@@ -73,13 +77,33 @@ public:
     }
     void Close(ObjectType type, const Text& name, CloseSave) override {
         requireDatabase();
-        if (type == acForm) {
+        switch (type) {
+        case acForm:
             forms_.erase(upperCase(name));
-        } else {
+            break;
+        case acReport:
             reports_.erase(upperCase(name));
+            break;
+        case acModule:
+            modules_.erase(upperCase(name));
+            break;
+        case acMacro: // is never open
+            break;
         }
     }
     void Maximize() override { requireDatabase(); }
+
+    void OpenModule(const Text& name) override {
+        requireDatabase();
+        const ModuleDocument* document = sources().find(ModuleOwner::Module, name);
+        if (document == nullptr) {
+            throw RunTimeError(moduleNotFound, u"モジュールが見つかりません。 (" + name + u")");
+        }
+        const Text key = upperCase(name);
+        if (!modules_.contains(key)) {
+            modules_.emplace(key, openModule(sources().text(*document)));
+        }
+    }
 
     Form& Forms(const Text& name) override {
         const auto found = forms_.find(upperCase(name));
@@ -95,14 +119,21 @@ public:
         }
         return *found->second;
     }
+    Module& Modules(const Text& name) override {
+        const auto found = modules_.find(upperCase(name));
+        if (found == modules_.end()) {
+            throw RunTimeError(moduleNotOpen, u"モジュールは開かれていません。 (" + name + u")");
+        }
+        return *found->second;
+    }
 
 private:
     template <class T>
-    using OpenDesigns = std::map<Text, std::shared_ptr<T>>; // by the name in capitals
+    using OpenObjects = std::map<Text, std::shared_ptr<T>>; // by the name in capitals
 
     // What is open already stays as it is.
     template <class T, class Open>
-    void open(OpenDesigns<T>& openDesigns, DesignKind kind, const Text& name, View view,
+    void open(OpenObjects<T>& openDesigns, DesignKind kind, const Text& name, View view,
               const RunTimeError& notFound, Open openDesign) {
         requireDatabase();
         if (!designs_) {
@@ -119,8 +150,27 @@ private:
         const Text key = upperCase(name);
         if (!openDesigns.contains(key)) {
             openDesigns.emplace(key,
-                                openDesign(designs_->design(*document), document->name, document->hasModule));
+                                openDesign(designs_->design(*document), document->name, moduleOf(*document)));
         }
+    }
+    ModuleLoader moduleOf(const DesignDocument& document) {
+        if (!document.hasModule) {
+            return {};
+        }
+        const auto owner = document.kind == DesignKind::Form ? ModuleOwner::Form : ModuleOwner::Report;
+        return [this, owner, name = document.name] {
+            const ModuleDocument* source = sources().find(owner, name);
+            if (source == nullptr) {
+                throw RunTimeError(ErrorNumber::DatabaseDamaged, ModuleDocument{owner, name}.title());
+            }
+            return openModule(sources().text(*source));
+        };
+    }
+    const ModuleSource& sources() {
+        if (!sources_) {
+            sources_.emplace(jet::fileOf(*database_));
+        }
+        return *sources_;
     }
     void requireDatabase() const {
         if (!database_) {
@@ -130,9 +180,12 @@ private:
 
     jet::LinkResolver resolveLink_;
     std::shared_ptr<dao::Database> database_;
-    std::optional<DesignSource> designs_; // of the database, from the first form or report on
-    OpenDesigns<Form> forms_;
-    OpenDesigns<Report> reports_;
+    // Of the database, from the first object on that needs it.
+    std::optional<DesignSource> designs_;
+    std::optional<ModuleSource> sources_;
+    OpenObjects<Form> forms_;
+    OpenObjects<Report> reports_;
+    OpenObjects<Module> modules_;
 };
 
 } // namespace
