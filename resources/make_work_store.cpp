@@ -2,8 +2,9 @@
 //
 //     make_work_store OUTPUT FILE...
 //
-// The .sql files are applied in the order given; each .json file becomes a report named as the file. The output
-// appears when it is whole, so that a failed run leaves none.
+// The .sql files are applied in the order given; each .json file becomes a report named as the file. A definition with
+// the key "like" is that of the report named there, an earlier one, with its own keys in place of those of the other.
+// The output appears when it is whole, so that a failed run leaves none.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -17,6 +18,15 @@
 namespace fs = std::filesystem;
 
 namespace {
+
+// No row where the text is no JSON or the other report is missing.
+constexpr const char* insertReport = R"(
+    INSERT INTO "RvReports"
+    SELECT ?1, CASE WHEN "other"."Name" IS NULL THEN ?2
+                    ELSE json_patch("other"."Definition", json_remove(?2, '$.like')) END
+    FROM (SELECT CASE WHEN json_valid(?2) THEN coalesce(json_extract(?2, '$.like'), '') END AS "Like") AS "own"
+    LEFT JOIN "RvReports" AS "other" ON "other"."Name" = "own"."Like"
+    WHERE "own"."Like" = '' OR "other"."Name" IS NOT NULL)";
 
 std::string contentOf(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
@@ -43,14 +53,13 @@ public:
 
     void addReport(const std::string& name, const std::string& definition) {
         sqlite3_stmt* statement = nullptr;
-        check(sqlite3_prepare_v2(handle_, R"(INSERT INTO "RvReports" SELECT ?1, ?2 WHERE json_valid(?2))", -1,
-                                 &statement, nullptr));
+        check(sqlite3_prepare_v2(handle_, insertReport, -1, &statement, nullptr));
         sqlite3_bind_text64(statement, 1, name.data(), name.size(), SQLITE_STATIC, SQLITE_UTF8);
         sqlite3_bind_text64(statement, 2, definition.data(), definition.size(), SQLITE_STATIC, SQLITE_UTF8);
         sqlite3_step(statement);
         check(sqlite3_finalize(statement));
         if (sqlite3_changes(handle_) != 1) {
-            throw std::runtime_error("not a JSON text");
+            throw std::runtime_error("not a JSON text, or like a report that is not there");
         }
     }
 
