@@ -94,6 +94,29 @@ TEST(ModuleProcedures, AreFoundByNameAndKind) {
     EXPECT_EQ(skipErrors([&] { procedures.find(u"", ProcedureKind::Procedure); }), 35);
 }
 
+TEST(ModuleProcedures, TheFirstOfANameAnswers) {
+    const ModuleProcedures procedures = proceduresOf(u"Property Get P()\nEnd Property\n"
+                                                     u"Sub p()\nEnd Sub\n"
+                                                     u"Property Get p()\nEnd Property\n");
+    EXPECT_EQ(&procedures.find(u"P", ProcedureKind::Procedure), &procedures.all()[0]);
+    EXPECT_EQ(&procedures.find(u"P", ProcedureKind::PropertyGet), &procedures.all()[0]);
+}
+
+TEST(ModuleProcedures, OwnersAreTheSameInWhateverOrderLinesAreAsked) {
+    const auto bodyOfOwner = [](const ModuleProcedures& procedures, std::size_t line) {
+        const ModuleProcedure* owner = procedures.at(line);
+        return owner == nullptr ? 0 : owner->body;
+    };
+    const ModuleProcedures asked = proceduresOf(example);
+    for (std::size_t line = 0; line <= 32; ++line) {
+        const std::size_t expected = bodyOfOwner(proceduresOf(example), line);
+        for (std::size_t before = 0; before <= 32; ++before) {
+            asked.at(before);
+            EXPECT_EQ(bodyOfOwner(asked, line), expected) << line << " behind " << before;
+        }
+    }
+}
+
 struct Case {
     TextView text;
     std::string procedures;

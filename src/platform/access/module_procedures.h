@@ -1,6 +1,8 @@
 // The procedures of a VBA module and the lines that each of them owns.
 #pragma once
 
+#include <map>
+#include <utility>
 #include <vector>
 
 #include "access/module_text.h"
@@ -32,7 +34,10 @@ public:
 
 private:
     std::vector<ModuleProcedure> procedures_;
+    // By the name in capitals and the kind that is asked for: the first one that answers.
+    std::map<std::pair<Text, ProcedureKind>, std::size_t> byName_;
     std::size_t lines_ = 0, declarationLines_ = 0;
+    mutable std::size_t lastOwner_ = 0; // lines are asked one behind the other
 };
 
 } // namespace relvane::access

@@ -1,8 +1,16 @@
 #include "access/module_text.h"
 
-#include <algorithm>
-
 namespace relvane::access {
+namespace {
+
+std::size_t endOfLine(TextView text, std::size_t at) {
+    while (at < text.size() && text[at] != u'\r' && text[at] != u'\n') {
+        ++at;
+    }
+    return at;
+}
+
+} // namespace
 
 bool goesOn(TextView line) {
     const std::size_t last = line.find_last_not_of(u" \t");
@@ -13,8 +21,9 @@ bool goesOn(TextView line) {
 // "Attribute" is a reserved word, so that only a line which goes on with a comment can begin with it otherwise.
 ModuleText::ModuleText(ModuleKind kind, TextView stored) : kind_(kind) {
     bool continued = false;
+    text_.reserve(stored.size() + 2); // the last line may lack its end
     for (std::size_t start = 0; start < stored.size();) {
-        const std::size_t end = std::min(stored.find_first_of(u"\r\n", start), stored.size());
+        const std::size_t end = endOfLine(stored, start);
         const TextView line = stored.substr(start, end - start);
         if (continued || !line.starts_with(u"Attribute ")) {
             lines_.push_back({text_.size(), line.size()});
