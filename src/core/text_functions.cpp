@@ -39,17 +39,28 @@ Text Mid(TextView text, std::int64_t position) {
     return Mid(text, position, static_cast<std::int64_t>(text.size()));
 }
 
+TextView LTrimView(TextView text) {
+    return text.substr(std::min(text.find_first_not_of(u' '), text.size()));
+}
+
+TextView RTrimView(TextView text) {
+    return text.substr(0, text.find_last_not_of(u' ') + 1);
+}
+
+TextView TrimView(TextView text) {
+    return LTrimView(RTrimView(text));
+}
+
 Text LTrim(TextView text) {
-    const std::size_t first = text.find_first_not_of(u' ');
-    return first == TextView::npos ? Text() : Text(text.substr(first));
+    return Text(LTrimView(text));
 }
 
 Text RTrim(TextView text) {
-    return Text(text.substr(0, text.find_last_not_of(u' ') + 1));
+    return Text(RTrimView(text));
 }
 
 Text Trim(TextView text) {
-    return LTrim(RTrim(text));
+    return Text(TrimView(text));
 }
 
 Text UCase(TextView text) {

@@ -20,6 +20,11 @@ Text LTrim(TextView text);
 Text RTrim(TextView text);
 Text Trim(TextView text);
 
+// The same without a copy: what is left of `text`, for as long as that lives.
+TextView LTrimView(TextView text);
+TextView RTrimView(TextView text);
+TextView TrimView(TextView text);
+
 // One character for one; those without a capital of one character stay.
 Text UCase(TextView text);
 

@@ -44,6 +44,9 @@ TEST(TextFunctions, TrimmingTakesTheBlankAlone) {
     EXPECT_EQ(Trim(u"\ta　"), u"\ta　");
     EXPECT_EQ(Trim(u"   "), u"");
     EXPECT_EQ(RTrim(u""), u"");
+    EXPECT_EQ(TrimView(u"  a b  "), u"a b");
+    EXPECT_EQ(LTrimView(u"   "), u"");
+    EXPECT_EQ(RTrimView(u" \ta　 "), u" \ta　");
 }
 
 TEST(TextFunctions, InStrFindsTheFirstAtOrBehindTheStart) {
