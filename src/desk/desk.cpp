@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "code/procedure_list.h"
 #include "core/basic_info.h"
 #include "core/panel_events.h"
 #include "core/program_end.h"
@@ -59,6 +60,7 @@ void Desk::wire() {
     form.cmdQuery.Click = [this] { cmdQuery_Click(context); };
     form.cmdForm.Click = [this] { cmdForm_Click(context); };
     form.cmdReport.Click = [this] { cmdReport_Click(context); };
+    form.cmdProc.Click = [this] { cmdProc_Click(context); };
     form.cmdControl.Click = [this] { cmdControl_Click(context); };
     form.cmdFile.Click = [this] { cmdFile_Click(context); };
     for (CommandButton& button : form.cmdHyousiButtons) {
