@@ -2,7 +2,10 @@
 
 #include <new>
 
+#include "code/comment_list.h"
+#include "code/module_listing.h"
 #include "code/procedure_list.h"
+#include "code/step_counts.h"
 #include "core/basic_info.h"
 #include "core/panel_events.h"
 #include "core/program_end.h"
@@ -61,8 +64,11 @@ void Desk::wire() {
     form.cmdForm.Click = [this] { cmdForm_Click(context); };
     form.cmdReport.Click = [this] { cmdReport_Click(context); };
     form.cmdProc.Click = [this] { cmdProc_Click(context); };
+    form.cmdModule.Click = [this] { cmdModule_Click(context); };
+    form.cmdModStep.Click = [this] { cmdModStep_Click(context); };
     form.cmdControl.Click = [this] { cmdControl_Click(context); };
     form.cmdFile.Click = [this] { cmdFile_Click(context); };
+    form.cmdComment.Click = [this] { cmdComment_Click(context); };
     for (CommandButton& button : form.cmdHyousiButtons) {
         button.Click = [this, index = button.index()] { cmdHyousi_Click(context, index); };
     }

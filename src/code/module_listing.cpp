@@ -1,0 +1,68 @@
+#include "code/module_listing.h"
+
+#include "code/line_rules.h"
+#include "code/module_walk.h"
+#include "core/error_report.h"
+#include "output/report_show.h"
+
+namespace relvane {
+namespace {
+
+WalkEnd listChosenKinds(AnalysisContext& context) {
+    context.Scan.ProcNo = 0;
+    walkSources(context, context.OptModule, [&context](const SourceKind& kind) {
+        context.Scan.CurObjectKind = Text(kind.digit);
+        ListModuleLines(context);
+    });
+    return WalkEnd::Complete;
+}
+
+AnalysisSpec specOf(AnalysisContext& context) {
+    return {.tables = {u"T_RvModule"},
+            .workingMessage = u"モジュール情報　取得中",
+            .walk = [&context] { return listChosenKinds(context); },
+            .showReport =
+                [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdMPre), previewMode); },
+            .preview = &context.frmRelvane.cmdMPre,
+            .option = context.OptModule,
+            .done = &context.DoneModule};
+}
+
+} // namespace
+
+void cmdModule_Click(AnalysisContext& context) {
+    guarded(context, places::moduleListing, [&context] { runAnalysis(context, specOf(context)); });
+}
+
+void ListModuleLines(AnalysisContext& context) {
+    ScanState& scan = context.Scan;
+    const access::Module& module = need(scan.CurModule);
+    const Text objectName = sourceObjectName(context);
+    Recordset& row = need(context.WorkRs1);
+    scan.ProcLineNo = 0;
+    const std::int32_t lines = module.CountOfLines();
+    for (scan.LineIndex = 1; scan.LineIndex <= lines; ++scan.LineIndex) {
+        const TextView procedure = module.ProcOfLine(scan.LineIndex, scan.CurProcKind);
+        if (procedure != scan.CurProcName) {
+            increment(scan.ProcNo);
+        }
+        scan.CurProcName = procedure;
+        const TextView line = module.Lines(scan.LineIndex, 1);
+        if (isBlankLine(line) || isOptionLine(line)) {
+            continue;
+        }
+        ++scan.ProcLineNo;
+        row.AddNew();
+        row.Collect(u"Label", scan.CurObjectKind);
+        row.Collect(u"objectNo", std::int64_t{context.ObjectNo});
+        row.Collect(u"ProcedureNo", std::int64_t{scan.ProcNo});
+        row.Collect(u"ObjectName", objectName);
+        row.Collect(u"Line", std::int64_t{scan.ProcLineNo});
+        row.Collect(u"ProcedureName", scan.CurProcName);
+        row.Collect(u"Procedure", Text(line));
+        row.Update();
+        scan.CodeLine.clear();
+    }
+}
+
+} // namespace relvane
