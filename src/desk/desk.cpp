@@ -3,6 +3,7 @@
 #include <new>
 
 #include "code/comment_list.h"
+#include "code/macro_analysis.h"
 #include "code/module_listing.h"
 #include "code/procedure_list.h"
 #include "code/step_counts.h"
@@ -66,6 +67,7 @@ void Desk::wire() {
     form.cmdProc.Click = [this] { cmdProc_Click(context); };
     form.cmdModule.Click = [this] { cmdModule_Click(context); };
     form.cmdModStep.Click = [this] { cmdModStep_Click(context); };
+    form.cmdMacro.Click = [this] { cmdMacro_Click(context); };
     form.cmdControl.Click = [this] { cmdControl_Click(context); };
     form.cmdFile.Click = [this] { cmdFile_Click(context); };
     form.cmdComment.Click = [this] { cmdComment_Click(context); };
