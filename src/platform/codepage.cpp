@@ -115,6 +115,7 @@ private:
 };
 
 constexpr char16_t none = 0xFFFF; // not a character, so no page maps to it
+constexpr char16_t noBreakBlank = 0x00A0;
 
 bool canTrail(std::uint8_t byte) {
     return byte >= 0x31 && byte != 0x7F && byte != 0xFF;
@@ -212,6 +213,10 @@ private:
             if (unit != none && unit != u'?' && codes_[unit] == 0) {
                 codes_[unit] = static_cast<std::uint16_t>(byte);
             }
+        }
+        // The blank that does not break looks like the plain one, and a "?" would not.
+        if (codes_[noBreakBlank] == 0) {
+            codes_[noBreakBlank] = u' ';
         }
     }
 

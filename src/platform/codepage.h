@@ -26,10 +26,10 @@ bool isKnownCodePage(int codePage);
 Text decode(std::span<const std::uint8_t> bytes, int codePage);
 Text decode(std::string_view bytes, int codePage);
 
-// Each UTF-16 unit to which the page gives no code becomes "?".
+// Each UTF-16 unit to which the page gives no code becomes "?", but the blank that does not break (U+00A0) a plain one.
 std::string encode(TextView text, int codePage);
 
-// Whether every unit of the text has a code in the page.
+// Whether every unit of the text has a code in the page, U+00A0 that of the plain blank at least.
 bool canEncode(TextView text, int codePage);
 
 } // namespace relvane

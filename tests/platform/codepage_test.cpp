@@ -35,6 +35,17 @@ TEST(CodePage, EachUnitWithoutACodeBecomesAQuestionMark) {
     EXPECT_FALSE(canEncode(u"日本語", 1252));
 }
 
+TEST(CodePage, ABlankThatDoesNotBreakBecomesAPlainOneWhereThePageHasNone) {
+    EXPECT_EQ(encode(u"If\u00A0so", 932), "If so");
+    EXPECT_TRUE(canEncode(u"If\u00A0so", 932));
+    EXPECT_EQ(encode(u"If\u00A0so", 936), "If so");
+    EXPECT_EQ(encode(u"If\u00A0so", 950), "If so");
+    EXPECT_EQ(encode(u"If\u00A0so", 1252), "If\xA0so");
+    EXPECT_EQ(encode(u"If\u00A0so", 437), "If\xFFso");
+    EXPECT_EQ(decode("\x20\xA0", 932), u" \uF8F0");
+    EXPECT_EQ(encode(decode("\xA0", 932), 932), "\xA0"); // a byte A0 is something else there
+}
+
 TEST(CodePage, OfTwoCodesTheOneThatWindowsWritesIsTaken) {
     EXPECT_EQ(encode(u"①Ⅲⅲ㈱∵￢髙", 932), "\x87\x40\x87\x56\xFA\x42\x87\x8A\x81\xE6\x81\xCA\xFB\xFC");
 }
