@@ -3,7 +3,7 @@
 //     make_work_store OUTPUT FILE...
 //
 // The .sql files are applied in the order given; each .json file becomes a report named as the file. A definition with
-// the key "like" is that of the report named there, an earlier one, with its own keys in place of those of the other.
+// the key "like" is that of the report named there with its own keys in place of those of the other.
 // The output appears when it is whole, so that a failed run leaves none.
 #include <cstdio>
 #include <filesystem>
@@ -19,14 +19,15 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// No row where the text is no JSON or the other report is missing.
-constexpr const char* insertReport = R"(
-    INSERT INTO "RvReports"
-    SELECT ?1, CASE WHEN "other"."Name" IS NULL THEN ?2
-                    ELSE json_patch("other"."Definition", json_remove(?2, '$.like')) END
-    FROM (SELECT CASE WHEN json_valid(?2) THEN coalesce(json_extract(?2, '$.like'), '') END AS "Like") AS "own"
-    LEFT JOIN "RvReports" AS "other" ON "other"."Name" = "own"."Like"
-    WHERE "own"."Like" = '' OR "other"."Name" IS NOT NULL)";
+// Completes the definitions that are like one that is complete.
+constexpr const char* completeReports = R"(
+    UPDATE "RvReports" AS "own"
+    SET "Definition" = json_patch("other"."Definition", json_remove("own"."Definition", '$.like'))
+    FROM "RvReports" AS "other"
+    WHERE "other"."Name" = json_extract("own"."Definition", '$.like')
+        AND json_extract("other"."Definition", '$.like') IS NULL)";
+constexpr const char* incompleteReports =
+    R"(SELECT "Name" FROM "RvReports" WHERE json_extract("Definition", '$.like') IS NOT NULL)";
 
 std::string contentOf(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
@@ -53,13 +54,31 @@ public:
 
     void addReport(const std::string& name, const std::string& definition) {
         sqlite3_stmt* statement = nullptr;
-        check(sqlite3_prepare_v2(handle_, insertReport, -1, &statement, nullptr));
+        check(sqlite3_prepare_v2(handle_, R"(INSERT INTO "RvReports" SELECT ?1, ?2 WHERE json_valid(?2))", -1,
+                                 &statement, nullptr));
         sqlite3_bind_text64(statement, 1, name.data(), name.size(), SQLITE_STATIC, SQLITE_UTF8);
         sqlite3_bind_text64(statement, 2, definition.data(), definition.size(), SQLITE_STATIC, SQLITE_UTF8);
         sqlite3_step(statement);
         check(sqlite3_finalize(statement));
         if (sqlite3_changes(handle_) != 1) {
-            throw std::runtime_error("not a JSON text, or like a report that is not there");
+            throw std::runtime_error("not a JSON text");
+        }
+    }
+
+    void completeLikeReports() {
+        do {
+            apply(completeReports);
+        } while (sqlite3_changes(handle_) > 0);
+        std::string left;
+        check(sqlite3_exec(
+            handle_, incompleteReports,
+            [](void* names, int, char** values, char**) {
+                *static_cast<std::string*>(names) += std::string(" ") + values[0];
+                return 0;
+            },
+            &left, nullptr));
+        if (!left.empty()) {
+            throw std::runtime_error("like a report that is not there:" + left);
         }
     }
 
@@ -91,6 +110,7 @@ void make(const fs::path& output, char** begin, char** end) {
                 throw std::runtime_error(path.string() + ": " + error.what());
             }
         }
+        database.completeLikeReports();
     }
     fs::rename(unfinished, output);
 }
