@@ -151,6 +151,16 @@ TEST(Pdf, KeepsTheCharactersOfTheCodePage) {
     EXPECT_THAT(found, HasSubstr("ｱｲｳｶﾞﾊﾟｰ｡｢｣､･"));
 }
 
+TEST(Pdf, HasAPlainBlankForOneThatDoesNotBreak) {
+    auto store = emptyStore();
+    addObject(*store, u"Table", u"If\u00A0so", Null{}, Text(u"then\u00A0go"));
+    const auto pdf = printed_pdf(reports::open(store, u"R_RvObjectAll", printed), "blanks");
+    const std::string found = pdfText(pdf, "-raw");
+    EXPECT_THAT(found, HasSubstr("If so"));
+    EXPECT_THAT(found, HasSubstr("then go"));
+    EXPECT_EQ(found.find("\u00A0"), std::string::npos);
+}
+
 // The words of a page by their place, as the PDF has them, against those of the layout.
 TEST(Pdf, StandsWhereTheLayoutPutsIt) {
     const ReportDocument document = objectList(40);

@@ -37,6 +37,10 @@ TEST(Values, InPrint) {
     EXPECT_EQ(shown(text("いつか"), Format::Time), "いつか");
 }
 
+TEST(Values, HaveAPlainBlankForOneThatDoesNotBreak) {
+    EXPECT_EQ(shown(text("If\u00A0so, \u00A0go")), "If so,  go");
+}
+
 std::vector<std::string> wrapped(const std::string& source, double ems, Wrap how,
                                  style::TextStyle textStyle = style::table) {
     Fonts fonts;

@@ -48,13 +48,14 @@ QString numberText(double number, int decimals) {
     return number < 0 ? u'-' + digits : digits;
 }
 
+// Paper shows no blank that does not break: lines may wrap there, and who searches the text finds it.
 QString plain(const Value& value) {
     if (const auto* bytes = std::get_if<Bytes>(&value)) {
         return QString::fromLatin1(
             QByteArray(reinterpret_cast<const char*>(bytes->data()), static_cast<qsizetype>(bytes->size()))
                 .toHex());
     }
-    return toQString(toText(value));
+    return toQString(toText(value)).replace(QChar::Nbsp, QChar::Space);
 }
 
 } // namespace
