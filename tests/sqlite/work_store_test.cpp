@@ -322,6 +322,43 @@ TEST_F(SortTest, OneLetterInOtherFormsIsOrderedByItsCodeUnits) {
     EXPECT_EQ(sorted({u"ｱ", u"ア", u"あ"}, {kana}), (Texts{"あ", "ア", "ｱ"}));
 }
 
+TEST_F(SortTest, ALongVowelStandsWhereItsVowelWould) {
+    EXPECT_EQ(sorted({u"カイ", u"カー", u"カア", u"かあ", u"カン", u"ｶｰﾄﾞ", u"カアテン", u"カーテン", u"キ"},
+                     {kana}),
+              (Texts{"カー", "かあ", "カア", "カーテン", "カアテン", "ｶｰﾄﾞ", "カイ", "カン", "キ"}));
+    EXPECT_EQ(
+        sorted({u"ｶﾞｰﾈｯﾄ", u"ガアデン", u"ガイド", u"ガーデン", u"キャーン", u"ｷｬｱﾒ", u"きゃあま"}, {kana}),
+        (Texts{"ガーデン", "ガアデン", "ｶﾞｰﾈｯﾄ", "ガイド", "きゃあま", "ｷｬｱﾒ", "キャーン"}));
+}
+
+TEST_F(SortTest, HalfWidthIsFullWidthInLongTextsToo) {
+    Text full, half;
+    for (int i = 0; i < 100; ++i) {
+        full += u"ガー";
+        half += u"ｶﾞｰ";
+    }
+    EXPECT_EQ(sorted({half + u"ん", full + u"ア", half, full + u"ﾝ", half + u"あ", full}, {kana}),
+              (Texts{toUtf8(full), toUtf8(half), toUtf8(half + u"あ"), toUtf8(full + u"ア"),
+                     toUtf8(half + u"ん"), toUtf8(full + u"ﾝ")}));
+}
+
+TEST_F(SortTest, ASmallKanaIsTheLargeOneAndStandsBeforeItInTextsOtherwiseAlike) {
+    EXPECT_EQ(
+        sorted({u"まつて", u"マッチ", u"まつち", u"ﾏｯﾁ", u"まっち", u"マッサ", u"キヤ", u"きゃ"}, {kana}),
+        (Texts{"きゃ", "キヤ", "マッサ", "まっち", "マッチ", "ﾏｯﾁ", "まつち", "まつて"}));
+}
+
+TEST_F(SortTest, VoicedMarksCountOnlyInTextsOtherwiseAlike) {
+    EXPECT_EQ(
+        sorted({u"パン", u"ﾊﾟﾝ", u"バン", u"はん", u"ﾊﾞﾝ", u"ハンコ", u"ばし", u"はす", u"ぱさ"}, {kana}),
+        (Texts{"ぱさ", "ばし", "はす", "はん", "バン", "ﾊﾞﾝ", "パン", "ﾊﾟﾝ", "ハンコ"}));
+}
+
+TEST_F(SortTest, LatinLettersAndDigitsKnowNeitherCaseNorWidth) {
+    EXPECT_EQ(sorted({u"Ｂ１", u"b2", u"B0", u"ａ", u"A", u"a", u"Ab", u"２", u"1", u"１０", u"_x"}, {kana}),
+              (Texts{"_x", "1", "１０", "２", "a", "ａ", "A", "Ab", "B0", "Ｂ１", "b2"}));
+}
+
 TEST_F(SortTest, EqualRowsKeepTheirOrder) {
     store->Execute(u"delete * from T_RvComment;");
     const auto rows = store->OpenRecordset(u"T_RvComment");
