@@ -5,7 +5,9 @@
 #include <stdexcept>
 
 #include "sample_builder/design_writer.h"
+#include "sample_builder/macro_writer.h"
 #include "sample_builder/property_blob.h"
+#include "sample_builder/vba_project_writer.h"
 
 namespace relvane::samples {
 
@@ -17,6 +19,9 @@ using namespace jet::catalogue;
 // the ones that later versions write, taken over by inference.
 constexpr std::uint32_t linkToAccess = 0x200000, linkToIsam = 0xA00000, linkToOdbc = 0x100000,
                         linkPasswordSaved = 0x20000, linkExclusive = 0x10000;
+
+// Types of rows of MSysModules2.
+constexpr std::int32_t projectRow = 2, moduleOfForm = 32768, moduleOfReport = 32772, moduleRow = 32775;
 
 class Builder {
 public:
@@ -120,6 +125,7 @@ private:
         container(u"Reports", ObjectType::Report, spec_.reports);
         container(u"Scripts", ObjectType::Macro, spec_.macros);
         container(u"Modules", ObjectType::Module, spec_.modules);
+        addProject();
         const std::int32_t layouts = container(u"SysRel", ObjectType::UserLayout, {});
         if (!spec_.relations.empty()) {
             add({.parentId = layouts, .name = u"Admin", .type = type(ObjectType::UserLayout)});
@@ -142,33 +148,72 @@ private:
                              .type = type(documentType),
                              .flags = document.hidden ? hiddenFlag : 0,
                              .properties = propertyBlob(document.properties, {}, spec_.codePage)};
-            if (document.design) {
-                addDesign(row, document.name, *document.design);
-            }
+            addContent(row, documentType, document);
             add(std::move(row), document.created, document.updated);
         }
         return id;
     }
 
-    // In the object's own row, or in the table of modules when it has one.
-    void addDesign(CatalogueRow& row, const Text& name, DesignSpec design) {
-        addUnusedFields(design);
-        Bytes stream = designStream(design, spec_.codePage), names = typeInfoStream(design, spec_.codePage);
-        if (!design.hasModule) {
-            row.design = std::move(stream);
-            row.names = std::move(names);
-            row.moduleMark = Bytes{'L', 'W', 'F', '0', '0', '0'};
+    // What a document is made of stands in its own row, or in the table of modules when it has a module.
+    void addContent(CatalogueRow& row, ObjectType documentType, const DocumentSpec& document) {
+        if (documentType == ObjectType::Macro) {
+            row.extra = macroSheet(document.macro.value_or(MacroSpec()), spec_.codePage);
             return;
         }
-        if (!spec_.accessVersion || *spec_.accessVersion < u"07.53") {
-            throw std::invalid_argument(toUtf8(name) +
-                                        ": a design with a module needs the tables of Access 97");
+        if (documentType == ObjectType::Module) {
+            if (document.module || hasModuleTable()) {
+                addModule(documentType, document).type = moduleRow;
+            }
+            return;
         }
-        constexpr std::int32_t moduleOfForm = 32768, moduleOfReport = 32772;
-        const bool isReport = design.root.type == DesignType::Report;
-        catalogue_.modules.push_back({(isReport ? u"Report_" : u"Form_") + name,
-                                      isReport ? moduleOfReport : moduleOfForm, std::move(stream),
-                                      std::move(names)});
+        std::optional<Bytes> design, names;
+        if (document.design) {
+            DesignSpec whole = *document.design;
+            addUnusedFields(whole);
+            design = designStream(whole, spec_.codePage);
+            names = typeInfoStream(whole, spec_.codePage);
+        }
+        if (document.module) {
+            ModuleRow& module = addModule(documentType, document);
+            module.type = documentType == ObjectType::Report ? moduleOfReport : moduleOfForm;
+            module.design = std::move(design);
+            module.names = std::move(names);
+        } else if (design) {
+            row.extra = std::move(design);
+            row.names = std::move(names);
+            row.moduleMark = Bytes{'L', 'W', 'F', '0', '0', '0'};
+        }
+    }
+
+    bool hasModuleTable() const { return spec_.accessVersion && *spec_.accessVersion >= u"07.53"; }
+
+    ModuleRow& addModule(ObjectType documentType, const DocumentSpec& document) {
+        if (!hasModuleTable()) {
+            throw std::invalid_argument(toUtf8(document.name) + ": a module needs the tables of Access 97");
+        }
+        const TextView prefix = documentType == ObjectType::Form     ? u"Form_"
+                                : documentType == ObjectType::Report ? u"Report_"
+                                                                     : u"";
+        ProjectModule module{.name = Text(prefix).append(document.name),
+                             .spec = document.module.value_or(ModuleSpec())};
+        module.spec.isClass = module.spec.isClass || documentType != ObjectType::Module;
+        ModuleRow& row = catalogue_.modules.emplace_back();
+        row.name = module.name;
+        if (module.spec.damage != ModuleDamage::NotStored) {
+            row.module = moduleContainer(module, spec_.codePage);
+        }
+        project_.push_back(std::move(module));
+        return row;
+    }
+
+    // The project is there as soon as one object has a module.
+    void addProject() {
+        if (!project_.empty()) {
+            catalogue_.modules.push_back(
+                {.name = u"MSysDb",
+                 .type = projectRow,
+                 .module = projectContainer(project_, spec_.codePage, spec_.sortOrder)});
+        }
     }
 
     // The fields of a record source that is a table of this database. Those of queries are not looked for.
@@ -225,6 +270,7 @@ private:
 
     const DatabaseSpec& spec_;
     Catalogue catalogue_;
+    std::vector<ProjectModule> project_;
     std::int32_t nextId_ = std::numeric_limits<std::int32_t>::min(); // 0x80000000 and up
 };
 

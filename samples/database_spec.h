@@ -24,6 +24,8 @@
 #include "platform/codepage.h"
 #include "platform/value.h"
 #include "sample_builder/design_spec.h"
+#include "sample_builder/macro_spec.h"
+#include "sample_builder/module_spec.h"
 
 namespace relvane::samples {
 
@@ -193,6 +195,10 @@ struct DocumentSpec {
     std::vector<PropertySpec> properties{}; // Description
     std::optional<DateTime> created{}, updated{};
     std::optional<DesignSpec> design{};
+    // Of a form or report that has one: its design then stands in MSysModules2 and not in the catalogue. A module
+    // without it is one that was just begun.
+    std::optional<ModuleSpec> module{};
+    std::optional<MacroSpec> macro{}; // a macro without it has no rows
 };
 
 // Any further row of the catalogue, for cases of a test.

@@ -5,6 +5,8 @@
 
 #include "sample_builder/description_design.h"
 #include "sample_builder/description_line.h"
+#include "sample_builder/description_macro.h"
+#include "sample_builder/description_module.h"
 #include "sample_builder/description_query.h"
 #include "sample_builder/description_table.h"
 #include "sample_builder/description_value.h"
@@ -32,12 +34,13 @@ constexpr RelationWord relationWords[] = {
 struct DocumentKeyword {
     const char16_t* name;
     std::vector<DocumentSpec> DatabaseSpec::*list;
+    bool canHaveModule = true;
     std::optional<DesignType> root{}; // of its design
 };
 
-constexpr DocumentKeyword documentKeywords[] = {{u"form", &DatabaseSpec::forms, DesignType::Form},
-                                                {u"report", &DatabaseSpec::reports, DesignType::Report},
-                                                {u"macro", &DatabaseSpec::macros},
+constexpr DocumentKeyword documentKeywords[] = {{u"form", &DatabaseSpec::forms, true, DesignType::Form},
+                                                {u"report", &DatabaseSpec::reports, true, DesignType::Report},
+                                                {u"macro", &DatabaseSpec::macros, false},
                                                 {u"module", &DatabaseSpec::modules}};
 
 // Reads line by line; remembers the object and the column that the line before belonged to.
@@ -54,6 +57,13 @@ public:
             line.fail("not understood here: " + toUtf8(keyword));
         }
         line.finish();
+    }
+
+    // A line behind a bar, which stands as it is, whatever it looks like.
+    void readSource(std::string_view utf8, int number) {
+        if (kind_ != Kind::Document || !moduleInProgress_.readSource(fromUtf8(utf8))) {
+            throw DescriptionError(number, "a line of source belongs to a form, report or module");
+        }
     }
 
     DatabaseSpec finish() { return std::move(spec_); }
@@ -83,7 +93,7 @@ private:
                 if (keyword == document.name) {
                     start(Kind::Document, spec_.*document.list,
                           DocumentSpec{.name = line.takeText("a name")});
-                    startDesign(document);
+                    startContent(document);
                     return true;
                 }
             }
@@ -104,9 +114,11 @@ private:
         }
     }
 
-    void startDesign(const DocumentKeyword& document) {
-        designInProgress_ = document.root ? DesignInProgress((spec_.*document.list).back(), *document.root)
-                                          : DesignInProgress();
+    void startContent(const DocumentKeyword& keyword) {
+        DocumentSpec& document = (spec_.*keyword.list).back();
+        designInProgress_ = keyword.root ? DesignInProgress(document, *keyword.root) : DesignInProgress();
+        moduleInProgress_ = keyword.canHaveModule ? ModuleInProgress(document) : ModuleInProgress();
+        macro_ = keyword.canHaveModule ? nullptr : &document.macro.emplace();
     }
 
     void startTable(TableSpec table) {
@@ -208,7 +220,9 @@ private:
             }
             return false;
         case Kind::Document:
-            return designInProgress_.read(keyword, line, spec_.codePage);
+            return macro_ != nullptr ? readMacroLine(*macro_, keyword, line)
+                                     : moduleInProgress_.read(keyword, line) ||
+                                           designInProgress_.read(keyword, line, spec_.codePage);
         default:
             return false;
         }
@@ -260,7 +274,18 @@ private:
     bool* hidden_ = nullptr;
     TableInProgress tableInProgress_;
     DesignInProgress designInProgress_;
+    ModuleInProgress moduleInProgress_;
+    MacroSpec* macro_ = nullptr;
 };
+
+// What stands behind the bar of a line of source; nothing for any other line.
+std::optional<std::string_view> sourceOf(std::string_view line) {
+    const auto bar = line.find_first_not_of(" \t");
+    if (bar == std::string_view::npos || line[bar] != '|') {
+        return std::nullopt;
+    }
+    return line.substr(bar + 1);
+}
 
 } // namespace
 
@@ -274,8 +299,13 @@ DatabaseSpec parseDescription(std::string_view utf8) {
         if (text.ends_with('\r')) {
             text.remove_suffix(1);
         }
-        DescriptionLine line(text, ++number);
-        reader.read(line);
+        ++number;
+        if (const auto source = sourceOf(text)) {
+            reader.readSource(*source, number);
+        } else {
+            DescriptionLine line(text, number);
+            reader.read(line);
+        }
     }
     return reader.finish();
 }

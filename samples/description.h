@@ -31,11 +31,10 @@
 //     field EXPRESSION [as ALIAS] [into FIELD] [row-heading|column-heading|value|values]
 //     join inner|left|right TABLE TABLE CONDITION    where CONDITION    having CONDITION
 //     group EXPRESSION [row-heading|column-heading]    order EXPRESSION [descending]
-//   form NAME    report NAME    macro NAME    module NAME       the last two as the catalogue lists them
-//     and the design of a form or report, in the order in which it is stored; PROPERTY VALUE may repeat, and before or
-//     between them stand "at LEFT TOP" and "size WIDTH HEIGHT", in twips:
+//   form NAME    report NAME
+//     the design, in the order in which it is stored; PROPERTY VALUE may repeat, and before or between them stand
+//     "at LEFT TOP" and "size WIDTH HEIGHT", in twips:
 //     set PROPERTY VALUE                  of the form itself
-//     code                                it has a module: the design stands in MSysModules2
 //     printer NAME DRIVER PORT [landscape] [margins LEFT TOP RIGHT BOTTOM] [columns N WIDTH HEIGHT [down]]
 //     default TYPE PROPERTY VALUE         the default block of a type of control
 //     BreakLevel EXPRESSION PROPERTY VALUE       a group level
@@ -45,6 +44,18 @@
 //     with PROPERTY VALUE                 more of the object before
 //     Flags are yes or no, data bitmap:WIDTHxHEIGHTxBITS, metafile:WIDTHxHEIGHT, palette:COLOURS, object:BYTES (an
 //     embedded one with a presentation of so many bytes) or hexadecimal bytes.
+//
+//   form NAME    report NAME    module NAME
+//     code                                a form or report has a module; two Option lines, when no source follows
+//     class    empty                      a class module; without a line
+//     |SOURCE                             a line of the module, from behind the bar to its end as it stands
+//     compiled BYTES    no-offset         what stands before the text; the directory does not know where it begins
+//     not-stored | not-in-project | cut-off      what is damaged
+//   macro NAME
+//     [below N] [name NAME] [condition CONDITION] [comment TEXT] [action ACTION ARGUMENT ...]
+//       a row, below N empty ones; the arguments as macro_actions.h has them, - for a blank one, yes and no, other
+//       enumerations by number
+//     no-version    lost N                as early files have it; bytes that are missing at the end
 //
 //   and of every object: description TEXT, property NAME TYPE VALUE, created DATE, updated DATE, hidden
 //   (of a table its description stands before its columns, since a column has one too)

@@ -141,8 +141,6 @@ bool DesignInProgress::read(TextView keyword, DescriptionLine& line, int codePag
         addAttachedLabel(line);
     } else if (keyword == u"printer") {
         setPrinter(line, codePage);
-    } else if (keyword == u"code") {
-        design().hasModule = true;
     } else {
         return false;
     }

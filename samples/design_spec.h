@@ -32,8 +32,6 @@ struct DesignObjectSpec {
 
 struct DesignSpec {
     DesignObjectSpec root{};
-    // With a module of its own: the design stands in MSysModules2 and not in the catalogue.
-    bool hasModule = false;
     // What the list of names has behind the controls: fields of the record source without a control of their name.
     std::vector<Text> unusedFields{};
 };

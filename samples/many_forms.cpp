@@ -153,12 +153,14 @@ DatabaseSpec manyForms(int forms, int controlsEach) {
     for (int number = 1; number <= forms; ++number) {
         DocumentSpec form{.name = numbered(u"画面", number)};
         DesignSpec& design = form.design.emplace();
-        design.hasModule = number % 3 == 0;
+        if (number % 3 == 0) {
+            form.module.emplace();
+        }
         design.root.type = Form;
         design.root.properties = {{u"RecordSource", u"表"},
                                   {u"Caption", numbered(u"画面 その", number)},
                                   {u"DefaultView", std::int64_t{0}},
-                                  {u"OnOpen", design.hasModule ? u"[Event Procedure]" : u"画面.開く"}};
+                                  {u"OnOpen", form.module ? u"[Event Procedure]" : u"画面.開く"}};
         DesignObjectSpec& detail = design.root.children.emplace_back(DesignObjectSpec{.type = Section});
         detail.properties = {{u"Name", u"詳細"}, {u"Height", std::int64_t{24'000}}};
         FormBuilder(detail, controlsEach).build();

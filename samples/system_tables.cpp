@@ -65,7 +65,7 @@ TableSpec objectsTable(const std::vector<CatalogueRow>& catalogue) {
         table.rows.push_back({row.id, row.parentId, row.name, row.type, row.created, row.updated, owner,
                               flagsValue(row.flags), orNull(row.database), orNull(row.connect),
                               orNull(row.foreignName), Null{}, Null{}, orNull(row.names),
-                              orNull(row.properties), orNull(row.moduleMark), orNull(row.design)});
+                              orNull(row.properties), orNull(row.moduleMark), orNull(row.extra)});
     }
     return table;
 }
@@ -179,8 +179,8 @@ std::vector<TableSpec> accessTables(TextView accessVersion, const std::vector<Mo
         std::int64_t version = 0;
         constexpr std::int64_t replicationVersion = 0, flags = 1;
         for (const ModuleRow& module : modules) {
-            second.rows.push_back({module.name, module.type, ++version, replicationVersion, flags, Null{},
-                                   module.design, module.names});
+            second.rows.push_back({module.name, module.type, ++version, replicationVersion, flags,
+                                   orNull(module.module), orNull(module.design), orNull(module.names)});
         }
     }
     return {first, second};

@@ -16,14 +16,16 @@ struct CatalogueRow {
     bool ownedByEngine = false;
     std::optional<Text> database{}, connect{}, foreignName{};
     std::optional<Bytes> properties{};
-    std::optional<Bytes> names{}, moduleMark{}, design{}; // Lv, LvModule and LvExtra of a form or report
+    std::optional<Bytes> names{}, moduleMark{}; // Lv and LvModule of a form or report
+    std::optional<Bytes> extra{}; // LvExtra: the design of a form or report, the sheet of a macro
 };
 
-// A row of MSysModules2: a form or report that has a module. What the module says is not written: Module is Null.
+// A row of MSysModules2: a form or report that has a module, a module, or the project of them all.
 struct ModuleRow {
     Text name{};
     std::int32_t type = 0;
-    Bytes design{}, names{};
+    std::optional<Bytes> module{}; // the container of its streams
+    std::optional<Bytes> design{}, names{};
 };
 
 TableSpec objectsTable(const std::vector<CatalogueRow>& catalogue);

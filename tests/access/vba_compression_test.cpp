@@ -216,6 +216,13 @@ TEST(VbaTextSearch, AWrongPlaceIsSearchedFor) {
     }
 }
 
+TEST(VbaTextSearch, TheFirstChunkCanBeStoredAsItIs) {
+    const Bytes text = container().hex("ff 3f").text("Attribute VB").filler(4096 - 12, 'x').bytes();
+    const Bytes stream = StreamBytes().hex("01 16 01 00").raw(text).bytes();
+    EXPECT_EQ(findVbaText(stream, 4), 4u);
+    EXPECT_EQ(findVbaText(stream, 0), 4u);
+}
+
 TEST(VbaTextSearch, ATextEndsWhereTheStreamEnds) {
     EXPECT_EQ(findVbaText(StreamBytes().raw(attributeText).hex("00").bytes(), 0), std::nullopt);
     for (std::size_t length = 0; length < attributeText.size(); ++length) {

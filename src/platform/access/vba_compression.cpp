@@ -82,8 +82,13 @@ private:
     std::size_t start_;
 };
 
-// A text begins so in its stream: no flag is set, since nothing in this word repeats.
+// The first chunk of a text begins so, behind its header: with a byte of flags none of which is set, since nothing in
+// this word repeats, or at once when the chunk is stored as it is.
 constexpr std::array<std::uint8_t, 9> firstGroup = {0, 'A', 't', 't', 'r', 'i', 'b', 'u', 't'};
+
+std::span<const std::uint8_t> firstBytes(ChunkHeader header) {
+    return std::span(firstGroup).subspan(header.isCompressed() ? 0 : 1);
+}
 
 // For each place of the stream, whether a chain of chunks leads from it exactly to the end. Found from the end
 // backwards, so that no stream makes the search long.
@@ -135,12 +140,16 @@ Bytes decompressVba(std::span<const std::uint8_t> compressed, TextView owner, Te
 }
 
 std::optional<std::size_t> findVbaText(std::span<const std::uint8_t> stream, std::size_t expected) {
-    const std::vector<bool> starts = chunkStarts({stream, 0});
+    const jet::ByteSpan bytes(stream, 0);
+    const std::vector<bool> starts = chunkStarts(bytes);
     constexpr std::size_t head = 1 + ChunkHeader::size;
     const auto isText = [&](std::size_t at) {
-        return stream.size() > head + firstGroup.size() && at < stream.size() - head - firstGroup.size() &&
-               stream[at] == containerSignature && starts[at + 1] &&
-               std::ranges::equal(stream.subspan(at + head, firstGroup.size()), firstGroup);
+        if (stream.size() <= head + firstGroup.size() || at >= stream.size() - head - firstGroup.size() ||
+            stream[at] != containerSignature || !starts[at + 1]) {
+            return false;
+        }
+        const auto expectedBytes = firstBytes({bytes.u16(at + 1)});
+        return std::ranges::equal(stream.subspan(at + head, expectedBytes.size()), expectedBytes);
     };
     if (isText(expected)) {
         return expected;
