@@ -53,6 +53,18 @@ struct CodeProgram : FakeProgram {
         }
         return values;
     }
+    // Some fields of each row, in order, with " | " between them.
+    std::vector<Text> rowsOf(const Text& table, std::initializer_list<TextView> fields) {
+        std::vector<Text> rows;
+        for (const FakeRow& row : store.rows(table)) {
+            Text joined;
+            for (const TextView field : fields) {
+                joined += (field == *fields.begin() ? u"" : u" | ") + toText(valueOf(row, field));
+            }
+            rows.push_back(std::move(joined));
+        }
+        return rows;
+    }
     // What is shown at once from here on: the message line and the percentage.
     std::vector<Text>& watch() {
         form().txtMesege.onRefresh = [this] { shown_.push_back(form().txtMesege.Caption); };
