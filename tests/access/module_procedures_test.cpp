@@ -2,13 +2,13 @@
 
 #include "access/module_procedures.h"
 
-#include <fstream>
-#include <map>
+#include <algorithm>
 #include <sstream>
 
 #include <gtest/gtest.h>
 
 #include "access/module_source.h"
+#include "golden_modules.h"
 #include "support/samples.h"
 
 namespace relvane::access {
@@ -162,38 +162,22 @@ TEST(ModuleProcedures, HoldOnHardTexts) {
 
 TEST(ModuleProcedures, OfNwindAreThoseOfTheGolden) {
     const auto path = test::realSample("access97/nwind.mdb");
-    if (!path) {
+    const auto golden = test::goldenModules();
+    if (!path || !golden) {
         return;
     }
-    std::ifstream golden(path->parent_path().parent_path().parent_path() / "goldens" / "nwind-modules.tsv");
-    if (!golden) {
-        return;
-    }
-    std::map<std::string, std::string> expected; // by row
-    std::map<std::string, std::size_t> declarations;
-    for (std::string line; std::getline(golden, line);) {
-        std::vector<std::string> cells;
-        std::istringstream in(line);
-        for (std::string cell; std::getline(in, cell, '\t');) {
-            cells.push_back(cell);
-        }
-        if (cells.size() == 7 && cells[0] == "M") {
-            declarations[cells[1]] = std::stoul(cells[5]);
-        } else if (cells.size() == 7 && cells[0] == "P") {
-            expected[cells[1]] +=
-                cells[2] + ' ' + cells[3] + ' ' + cells[4] + ' ' + cells[5] + ' ' + cells[6] + "; ";
-        }
-    }
-    ASSERT_EQ(declarations.size(), 15u);
+    ASSERT_EQ(golden->size(), 15u);
     const ModuleSource source(jet::openJetFile(path->native(), {}));
     constexpr ModuleRow rows[] = {ModuleRow::Form, ModuleRow::Report, ModuleRow::Module};
     for (const ModuleDocument& document : source.modules()) {
         const std::string row =
             toUtf8(ModuleTable::rowName(rows[static_cast<std::size_t>(document.owner)], document.name));
         SCOPED_TRACE(row);
+        const auto expected = std::ranges::find(*golden, row, &test::GoldenModule::row);
+        ASSERT_NE(expected, golden->end());
         const ModuleProcedures procedures(source.text(document));
-        EXPECT_EQ(listed(procedures), expected.at(row));
-        EXPECT_EQ(procedures.declarationLines(), declarations.at(row));
+        EXPECT_EQ(listed(procedures), expected->procedures);
+        EXPECT_EQ(procedures.declarationLines(), static_cast<std::size_t>(expected->countOfDeclarationLines));
     }
 }
 

@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
+#include "golden_modules.h"
 #include "platform/codepage.h"
 #include "sha256.h"
 #include "support/samples.h"
@@ -30,32 +30,6 @@ ModuleSource sourceOf(const Bytes& bytes) {
     return ModuleSource(std::make_shared<const jet::JetFile>(jet::makeMemorySource(bytes)));
 }
 
-// "M" rows of the golden: name of the row, sort, type, lines, lines of declarations, digest.
-using Fields = std::vector<std::string>;
-
-std::optional<std::vector<Fields>> goldenModules() {
-    const auto samples = test::realSamples();
-    if (!samples) {
-        return std::nullopt;
-    }
-    std::ifstream file(samples->parent_path() / "goldens" / "nwind-modules.tsv");
-    if (!file) {
-        return std::nullopt;
-    }
-    std::vector<Fields> rows;
-    for (std::string line; std::getline(file, line);) {
-        std::istringstream cells(line);
-        Fields row;
-        for (std::string cell; std::getline(cells, cell, '\t');) {
-            row.push_back(cell);
-        }
-        if (!row.empty() && row[0] == "M") {
-            rows.push_back(row);
-        }
-    }
-    return rows;
-}
-
 const std::pair<std::string, ModuleOwner> owners[] = {
     {"form", ModuleOwner::Form}, {"report", ModuleOwner::Report}, {"module", ModuleOwner::Module}};
 
@@ -66,25 +40,24 @@ TEST(Sha256, DigestsAsItsStandardSays) {
 
 TEST(ModuleFiles, TheTextsOfNwindAreThoseOfTheDigests) {
     const auto bytes = bytesOf("access97/nwind.mdb");
-    const auto golden = goldenModules();
+    const auto golden = test::goldenModules();
     if (!bytes || !golden) {
         return;
     }
     const ModuleSource source = sourceOf(*bytes);
     EXPECT_EQ(golden->size(), 15u);
     EXPECT_EQ(source.modules().size(), golden->size());
-    for (const Fields& row : *golden) {
-        SCOPED_TRACE(row.at(1));
+    for (const test::GoldenModule& each : *golden) {
+        SCOPED_TRACE(each.row);
         const ModuleOwner owner =
-            std::ranges::find(owners, row.at(2), &std::pair<std::string, ModuleOwner>::first)->second;
-        const std::size_t prefix = owner == ModuleOwner::Module ? 0 : row.at(1).find('_') + 1;
-        const ModuleDocument* document = source.find(owner, fromUtf8(row.at(1).substr(prefix)));
+            std::ranges::find(owners, each.owner, &std::pair<std::string, ModuleOwner>::first)->second;
+        const ModuleDocument* document = source.find(owner, fromUtf8(each.name()));
         ASSERT_NE(document, nullptr);
         ModuleText text;
         ASSERT_NO_THROW(text = source.text(*document));
-        EXPECT_EQ(std::to_string(static_cast<int>(text.kind())), row.at(3));
-        EXPECT_EQ(std::to_string(text.lineCount()), row.at(4));
-        EXPECT_EQ(test::sha256(encode(text.text(), latinCodePage)), row.at(6));
+        EXPECT_EQ(static_cast<int>(text.kind()), each.type);
+        EXPECT_EQ(text.lineCount(), static_cast<std::size_t>(each.countOfLines));
+        EXPECT_EQ(test::sha256(encode(text.text(), latinCodePage)), each.digest);
     }
 }
 

@@ -1,12 +1,13 @@
 #include "access/target_application.h"
 
+#include <array>
 #include <map>
 #include <optional>
+#include <utility>
 
+#include "access/database_objects.h"
 #include "access/design_model.h"
-#include "access/design_source.h"
 #include "access/module_model.h"
-#include "access/module_source.h"
 #include "jet/jet_file.h"
 #include "jet/open_database.h"
 #include "platform/native_path.h"
@@ -14,8 +15,23 @@
 namespace relvane::access {
 namespace {
 
-constexpr int formNotFound = 2102, reportNotFound = 2103, formNotOpen = 2450, reportNotOpen = 2451,
-              moduleNotFound = 2516, databaseAlreadyOpen = 7867, moduleNotOpen = 7961;
+constexpr int formNotFound = 2102, reportNotFound = 2103, actionCancelled = 2501, databaseAlreadyOpen = 7867;
+
+// The menu command that converts a macro, by the arguments of DoMenuItem.
+constexpr std::array conversionCommand{9, 0, 5, 0, 70};
+// It asks first what to convert beside the actions (the error handling and the comments, both by default), and says
+// at the end that it is done.
+constexpr int conversionDialogs = 2;
+
+// {ENTER} presses the default button of the dialog that is open; other keys press none.
+int dialogsClosedBy(const Text& keys) {
+    constexpr TextView enter = u"{ENTER}";
+    int closed = 0;
+    for (std::size_t at = keys.find(enter); at != Text::npos; at = keys.find(enter, at + enter.size())) {
+        ++closed;
+    }
+    return closed;
+}
 
 // What Access 97 writes into the property AccessVersion; Access 95 wrote "06.68".
 constexpr TextView access97 = u"07.53";
@@ -35,7 +51,7 @@ bool isOfAccess95(dao::Database& database) {
     return jet::fileOf(database)->header().isJet3() && version && toText(version->value) < access97;
 }
 
-// The application is its own DoCmd.
+// The application is its own DoCmd. What it does not have fails as in an application without any object.
 class TargetApplication : public Application, public DoCmd {
 public:
     explicit TargetApplication(jet::LinkResolver resolveLink) : resolveLink_(std::move(resolveLink)) {}
@@ -52,6 +68,7 @@ public:
             throw RunTimeError(ErrorNumber::OlderAccessVersion, path);
         }
         database_ = std::move(database);
+        objects_.emplace(jet::fileOf(*database_));
     }
 
     void CloseCurrentDatabase() override {
@@ -59,8 +76,9 @@ public:
         forms_.clear();
         reports_.clear();
         modules_.clear();
-        designs_.reset();
-        sources_.reset();
+        selectedMacro_ = nullptr;
+        keys_.clear();
+        objects_.reset();
         database_.reset();
     }
 
@@ -92,39 +110,62 @@ public:
         }
     }
     void Maximize() override { requireDatabase(); }
+    void Minimize() override { requireDatabase(); }
 
     void OpenModule(const Text& name) override {
         requireDatabase();
-        const ModuleDocument* document = sources().find(ModuleOwner::Module, name);
-        if (document == nullptr) {
-            throw RunTimeError(moduleNotFound, u"モジュールが見つかりません。 (" + name + u")");
-        }
         const Text key = upperCase(name);
         if (!modules_.contains(key)) {
-            modules_.emplace(key, openModule(sources().text(*document)));
+            auto text = objects_->moduleText(name);
+            if (!text) {
+                return access::DoCmd::OpenModule(name); // 2516
+            }
+            modules_.emplace(key, openModule(std::move(*text)));
+        }
+        selectedMacro_ = nullptr;
+    }
+    void SelectObject(ObjectType type, const Text& name, bool inDatabaseWindow) override {
+        requireDatabase();
+        if (!objects_->isOfFile(type, name) && !objects_->isConverted(type, name)) {
+            return access::DoCmd::SelectObject(type, name, inDatabaseWindow); // 2544
+        }
+        selectedMacro_ = type == acMacro && inDatabaseWindow ? objects_->macros().find(name) : nullptr;
+    }
+    void DoMenuItem(int menuBar, int menuName, int command, int subcommand, int version) override {
+        const Text keys = std::exchange(keys_, {}); // they wait for no later command
+        if (std::array{menuBar, menuName, command, subcommand, version} != conversionCommand ||
+            selectedMacro_ == nullptr) {
+            return access::DoCmd::DoMenuItem(menuBar, menuName, command, subcommand, version); // 2046
+        }
+        if (dialogsClosedBy(keys) < conversionDialogs) {
+            throw RunTimeError(actionCancelled, u"アクションの実行は取り消されました。");
+        }
+        modules_.erase(upperCase(objects_->convert(*selectedMacro_))); // of a conversion before
+        selectedMacro_ = nullptr;
+    }
+    void DeleteObject(ObjectType type, const Text& name) override {
+        requireDatabase();
+        if (objects_->deleteConverted(type, name)) {
+            modules_.erase(upperCase(name));
+        } else if (objects_->isOfFile(type, name)) {
+            throw RunTimeError(ErrorNumber::DatabaseReadOnly, name);
+        } else {
+            access::DoCmd::DeleteObject(type, name); // 7874
         }
     }
+    void SendKeys(const Text& keys) override { keys_ += keys; }
 
     Form& Forms(const Text& name) override {
         const auto found = forms_.find(upperCase(name));
-        if (found == forms_.end()) {
-            throw RunTimeError(formNotOpen, u"フォームは開かれていません。 (" + name + u")");
-        }
-        return *found->second;
+        return found == forms_.end() ? Application::Forms(name) : *found->second;
     }
     Report& Reports(const Text& name) override {
         const auto found = reports_.find(upperCase(name));
-        if (found == reports_.end()) {
-            throw RunTimeError(reportNotOpen, u"レポートは開かれていません。 (" + name + u")");
-        }
-        return *found->second;
+        return found == reports_.end() ? Application::Reports(name) : *found->second;
     }
     Module& Modules(const Text& name) override {
         const auto found = modules_.find(upperCase(name));
-        if (found == modules_.end()) {
-            throw RunTimeError(moduleNotOpen, u"モジュールは開かれていません。 (" + name + u")");
-        }
-        return *found->second;
+        return found == modules_.end() ? Application::Modules(name) : *found->second;
     }
 
 private:
@@ -136,10 +177,7 @@ private:
     void open(OpenObjects<T>& openDesigns, DesignKind kind, const Text& name, View view,
               const RunTimeError& notFound, Open openDesign) {
         requireDatabase();
-        if (!designs_) {
-            designs_.emplace(jet::fileOf(*database_));
-        }
-        const DesignDocument* document = designs_->find(kind, name);
+        const DesignDocument* document = objects_->designs().find(kind, name);
         if (document == nullptr) {
             throw notFound;
         }
@@ -149,9 +187,10 @@ private:
         }
         const Text key = upperCase(name);
         if (!openDesigns.contains(key)) {
-            openDesigns.emplace(key,
-                                openDesign(designs_->design(*document), document->name, moduleOf(*document)));
+            openDesigns.emplace(
+                key, openDesign(objects_->designs().design(*document), document->name, moduleOf(*document)));
         }
+        selectedMacro_ = nullptr;
     }
     ModuleLoader moduleOf(const DesignDocument& document) {
         if (!document.hasModule) {
@@ -159,18 +198,13 @@ private:
         }
         const auto owner = document.kind == DesignKind::Form ? ModuleOwner::Form : ModuleOwner::Report;
         return [this, owner, name = document.name] {
-            const ModuleDocument* source = sources().find(owner, name);
+            const ModuleSource& sources = objects_->sources();
+            const ModuleDocument* source = sources.find(owner, name);
             if (source == nullptr) {
                 throw RunTimeError(ErrorNumber::DatabaseDamaged, ModuleDocument{owner, name}.title());
             }
-            return openModule(sources().text(*source));
+            return openModule(sources.text(*source));
         };
-    }
-    const ModuleSource& sources() {
-        if (!sources_) {
-            sources_.emplace(jet::fileOf(*database_));
-        }
-        return *sources_;
     }
     void requireDatabase() const {
         if (!database_) {
@@ -180,9 +214,10 @@ private:
 
     jet::LinkResolver resolveLink_;
     std::shared_ptr<dao::Database> database_;
-    // Of the database, from the first object on that needs it.
-    std::optional<DesignSource> designs_;
-    std::optional<ModuleSource> sources_;
+    std::optional<DatabaseObjects> objects_; // of the database
+    // In the database window, as long as that has the focus.
+    const MacroDocument* selectedMacro_ = nullptr;
+    Text keys_; // for the dialogs of the next menu command
     OpenObjects<Form> forms_;
     OpenObjects<Report> reports_;
     OpenObjects<Module> modules_;

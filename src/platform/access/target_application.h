@@ -17,6 +17,12 @@ namespace relvane::access {
 // Forms and reports open in design view alone (5 for another view), also twice, which changes nothing, and stay open
 // until they or the database are closed. Errors of opening beside those of access.h: 3343 for each form and report of a
 // file newer than Access 97, whose designs cannot be read yet.
+//
+// The command that converts a macro takes the macro that is selected in the database window; whatever opens another
+// window, the command itself included, takes the selection away, as the database window loses the focus. It has two
+// dialogs, so that two {ENTER} must have been queued; what is queued is gone when the command ends in an error too. A
+// macro of a newer file is 3343. A module that is converted again replaces the one from before, and hides a module of
+// the file that has its name. Deleting one that is open closes it.
 std::shared_ptr<Application> newTargetApplication(jet::LinkResolver resolveLink = {});
 
 } // namespace relvane::access
