@@ -4,6 +4,7 @@
 
 #include "inspect_designs.h"
 #include "inspect_macros.h"
+#include "inspect_modules.h"
 #include "jet/jet_file.h"
 #include "jet/open_database.h"
 #include "json_writer.h"
@@ -30,6 +31,7 @@ public:
                 [&](dao::Document& document) { writeDocument(document); });
         });
         writeDesigns();
+        writeModules();
         writeMacros();
         json_.key("problems");
         json_.beginArray();
@@ -244,6 +246,25 @@ private:
     }
 
     // Null as for designs.
+    void writeModules() {
+        const access::ModuleSource source(jet::fileOf(database_));
+        json_.key("modules");
+        if (!source.canRead()) {
+            json_.null();
+            return;
+        }
+        json_.beginArray();
+        for (const access::ModuleDocument& document : source.modules()) {
+            json_.beginObject();
+            member("owner", Text(ownerWord(document.owner)));
+            member("name", document.name);
+            member("source", [&] { writeModule(json_, source, document); });
+            json_.endObject();
+        }
+        json_.endArray();
+    }
+
+    // Null as for designs.
     void writeMacros() {
         const access::MacroSource source(jet::fileOf(database_));
         json_.key("macros");
@@ -257,6 +278,7 @@ private:
             member("name", macro.name);
             member("hidden", macro.isHidden());
             member("sheet", [&] { writeMacro(json_, source, macro); });
+            member("converted", [&] { writeConvertedMacro(json_, source, macro); });
             json_.endObject();
         }
         json_.endArray();

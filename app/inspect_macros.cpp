@@ -1,5 +1,9 @@
 #include "inspect_macros.h"
 
+#include "access/macro_conversion.h"
+#include "access/module_text.h"
+#include "inspect_modules.h"
+
 namespace relvane {
 namespace {
 
@@ -84,6 +88,10 @@ private:
 void writeMacro(JsonWriter& json, const MacroSource& source, const MacroDocument& macro) {
     const Bytes stream = source.stream(macro);
     SheetWriter(json).write(source.sheet(macro), stream.size());
+}
+
+void writeConvertedMacro(JsonWriter& json, const MacroSource& source, const MacroDocument& macro) {
+    writeLines(json, ModuleText(ModuleKind::Standard, convertMacro(macro.name, source.sheet(macro))));
 }
 
 } // namespace relvane

@@ -11,4 +11,8 @@ namespace relvane {
 // written.
 void writeMacro(JsonWriter& json, const access::MacroSource& source, const access::MacroDocument& macro);
 
+// Writes the lines of the module that it converts to. Errors likewise.
+void writeConvertedMacro(JsonWriter& json, const access::MacroSource& source,
+                         const access::MacroDocument& macro);
+
 } // namespace relvane
