@@ -46,7 +46,6 @@ constexpr Constant formViews[] = {
 constexpr Constant dataModes[] = {{u"-1", u""}, {u"0", u"acAdd"}, {u"1", u"acEdit"}, {u"2", u"acReadOnly"}};
 constexpr Constant windowModes[] = {
     {u"0", u"acNormal"}, {u"1", u"acHidden"}, {u"2", u"acIcon"}, {u"3", u"acDialog"}};
-constexpr Constant saveOptions[] = {{u"0", u"acSavePrompt"}, {u"1", u"acSaveYes"}, {u"2", u"acSaveNo"}};
 constexpr Constant messageTypes[] = {{u"0", u"vbOKOnly"},
                                      {u"1", u"vbCritical"},
                                      {u"2", u"vbQuestion"},
@@ -83,7 +82,6 @@ constexpr Enumeration enumerations[] = {
     {ArgumentKind::FormView, formViews},
     {ArgumentKind::DataMode, dataModes},
     {ArgumentKind::WindowMode, windowModes},
-    {ArgumentKind::SaveOption, saveOptions},
     {ArgumentKind::MessageType, messageTypes},
     {ArgumentKind::QuitOption, quitOptions},
     {ArgumentKind::PrintRange, printRanges},
