@@ -1,6 +1,9 @@
-// Drives the reader of macro sheets with arbitrary bytes, takes apart what it read and makes a module of it.
+// Drives the reader of macro sheets with arbitrary bytes, takes apart what it read, makes a module of it and asks that
+// for everything.
 
 #include "access/macro_conversion.h"
+#include "access/module_model.h"
+#include "fuzz/walk_module.h"
 #include "platform/codepage.h"
 #include "platform/runtime_error.h"
 
@@ -23,6 +26,7 @@ void checkModule(const MacroSheet& sheet) {
         const Text line = upperCase(module.line(number));
         check(line.find(u"IF ") == Text::npos || line.ends_with(u") THEN"));
     }
+    test::walkModule(*openModule(module));
 }
 
 } // namespace
