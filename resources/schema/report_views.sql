@@ -208,3 +208,125 @@ SELECT
         + "CustomControlCount" + "ToggleButtonCount" + "TabCtlCount" AS "ControlCount",
     CASE WHEN (SELECT COUNT(DISTINCT "Class") FROM "T_RvControlCount") > 1 THEN 1 END AS "BothClasses"
 FROM "T_RvControlCount";
+
+-- Declarations sections, API declarations and procedures, each with its declarations and calls by class: variables,
+-- constants, calls. A row has a Part when it is one of these three, and the first of its rows has it; rows without
+-- are statements inside a procedure that look like the head of one. A detail belongs to the last head whose number is
+-- not greater than its own; those of a declarations section have number 0 and so stand before its API declarations,
+-- which have none. The line is that of the module: pLine counts one more where there is a declarations section.
+-- Windows instead of joins: SQLite makes no passing index for what they compute.
+CREATE VIEW "Print_RvProcName" AS
+WITH "named" AS (
+    SELECT
+        *,
+        CASE
+            WHEN "Api" THEN 'api'
+            WHEN "Declarations" THEN 'declarations'
+            WHEN "Type" LIKE 'Property%'
+                OR "ProcedureName" IS NOT LAG("ProcedureName") OVER (PARTITION BY "objectNo", "Api" ORDER BY "pLine")
+            THEN 'procedure'
+        END AS "Part",
+        COALESCE(MAX(CASE WHEN NOT "Api" THEN "Object" END) OVER "module", "Object") AS "ModuleKind",
+        MAX("Declarations") OVER "module" AS "LinesBefore"
+    FROM (
+        SELECT
+            *,
+            "Object" LIKE '%(Api)' AS "Api",
+            "ProcedureNo" = 0 AND "ProcedureName" = '(Declarations)' AS "Declarations"
+        FROM "T_RvProcName"
+    )
+    WINDOW "module" AS (PARTITION BY "objectNo")
+), "listed" AS (
+    SELECT
+        "objectNo", "ProcedureNo", "pLine", "Midasi", "ObjectName", "ProcedureName", "PrivatePublic", "Type",
+        "Parameters", "As", "Line", "Api", "Part", "ModuleKind", "LinesBefore",
+        CASE WHEN "Part" IN ('declarations', 'procedure') THEN "pLine" END AS "HeadLine",
+        0 AS "ClassNo", NULL AS "Bunrui", NULL AS "Keyword", NULL AS "Statement", NULL AS "Comment"
+    FROM "named"
+    UNION ALL
+    SELECT
+        "objectNo", "ProcedureNo", "pLine", NULL, NULL, NULL, NULL, NULL,
+        NULL, NULL, NULL, NULL, NULL, NULL, NULL,
+        NULL,
+        CASE "Bunrui" WHEN '変数' THEN 1 WHEN '定数' THEN 2 ELSE 3 END, "Bunrui", "Type", "Parameters", "As"
+    FROM "T_RvDimCall"
+), "owned" AS (
+    SELECT
+        *,
+        CASE
+            WHEN "ClassNo" = 0 THEN "pLine"
+            ELSE COALESCE(MAX("HeadLine") OVER "before", FIRST_VALUE("pLine") OVER "before")
+        END AS "OwnerLine"
+    FROM "listed"
+    WINDOW "before" AS (PARTITION BY "objectNo" ORDER BY "ProcedureNo", "ClassNo" > 0, "pLine")
+)
+SELECT
+    "objectNo",
+    "OwnerLine",
+    "DetailNo",
+    "Midasi",
+    "ObjectName",
+    "ModuleKind",
+    "ProcedureName",
+    MAX("OwnerLine" - "LinesBefore", 1) AS "StartLine",
+    CASE WHEN "OwnPart" IS NOT NULL THEN "PrivatePublic" END AS "PrivatePublic",
+    CASE WHEN "Api" THEN 'API ' || "Type" ELSE "Type" END AS "Type",
+    "Parameters",
+    "As",
+    "Line",
+    CASE WHEN "DetailNo" <= 1 THEN "OwnPart" END AS "Part",
+    "Bunrui",
+    "Keyword",
+    "pLine" - "LinesBefore" AS "StatementLine",
+    "Statement",
+    ltrim("Comment") AS "Comment"
+FROM (
+    SELECT
+        "objectNo", "OwnerLine", "pLine", "Bunrui", "Keyword", "Statement", "Comment",
+        ROW_NUMBER() OVER "block" - 1 AS "DetailNo",
+        LEAD("pLine") OVER "block" IS NULL AS "Last",
+        FIRST_VALUE("Midasi") OVER "block" AS "Midasi",
+        FIRST_VALUE("ObjectName") OVER "block" AS "ObjectName",
+        FIRST_VALUE("ModuleKind") OVER "block" AS "ModuleKind",
+        FIRST_VALUE("ProcedureName") OVER "block" AS "ProcedureName",
+        FIRST_VALUE("PrivatePublic") OVER "block" AS "PrivatePublic",
+        FIRST_VALUE("Type") OVER "block" AS "Type",
+        FIRST_VALUE("Parameters") OVER "block" AS "Parameters",
+        FIRST_VALUE("As") OVER "block" AS "As",
+        FIRST_VALUE("Line") OVER "block" AS "Line",
+        FIRST_VALUE("Api") OVER "block" AS "Api",
+        FIRST_VALUE("Part") OVER "block" AS "OwnPart",
+        FIRST_VALUE("LinesBefore") OVER "block" AS "LinesBefore"
+    FROM "owned"
+    WINDOW "block" AS (PARTITION BY "objectNo", "OwnerLine" ORDER BY "ClassNo", "pLine")
+)
+WHERE "Keyword" IS NOT NULL OR "Last";
+
+-- Actions of macros and their arguments. Two numbers also take in lines that are not what their word says, among them
+-- every End If: of these the line itself is shown, and not counted as an action.
+CREATE VIEW "Print_RvMacro" AS
+SELECT
+    "macro"."objectNo",
+    "macro"."ProcedureNo",
+    "macro"."ObjectName",
+    "macro"."ProcName",
+    "macro"."LineNo",
+    "macro"."Midasi",
+    CASE WHEN COALESCE("argument"."HikiNo", 1) = 1 THEN "macro"."AcWhere" END AS "AcWhere",
+    CASE WHEN COALESCE("argument"."HikiNo", 1) = 1 THEN "macro"."Tekiyou" END AS "Tekiyou",
+    CASE
+        WHEN COALESCE("argument"."HikiNo", 1) = 1 THEN COALESCE("action"."ActionName", trim("macro"."Procedure"))
+    END AS "NewAction",
+    COALESCE("action"."ActionName", trim("macro"."Procedure")) AS "Action",
+    CASE WHEN "action"."ActionNo" IS NULL THEN 1 END AS "ActionIsLine",
+    CASE WHEN "action"."ActionNo" IS NOT NULL AND COALESCE("argument"."HikiNo", 1) = 1 THEN 1 END AS "Counted",
+    "argument"."HikiNo",
+    "argument"."Hikisu",
+    CASE WHEN "argument"."HikiNo" > 1 THEN 1 END AS "FurtherArgument"
+FROM "T_RvMacro" AS "macro"
+LEFT JOIN "RvMacroActions" AS "action"
+    ON "action"."ActionNo" = "macro"."ActionNo"
+    AND ("macro"."ActionNo" <> 45 OR trim("macro"."Procedure") = 'End')
+    AND ("macro"."ActionNo" <> 34 OR "macro"."Procedure" LIKE '%Spreadsheet%')
+LEFT JOIN "T_RvMacro2" AS "argument"
+    ON "argument"."ProcedureNo" = "macro"."ProcedureNo" AND "argument"."LineNo" = "macro"."LineNo";

@@ -212,7 +212,7 @@ Block Bands::row(std::size_t table, const Row& row, const Totals& totals, const 
     if (!open && !result.empty()) {
         Strip& last = result.strips.back();
         for (std::size_t i = 0; i < definition.columns.size(); ++i) {
-            if (continuation == nullptr ||
+            if (continuation == nullptr || definition.columns[i].ruled ||
                 !textOf(definition.columns[i].text, *continuation, definition_, &totals).isEmpty()) {
                 last.items.push_back(ruleItem(edges[i], last.height, edges[i + 1], last.height, style::thin));
             }

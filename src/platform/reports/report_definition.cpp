@@ -164,6 +164,7 @@ std::vector<Column> Parser::columns(Node& node) {
         column.grow = entry.flag("grow", true);
         column.faint = entry.flag("faint", false);
         column.bold = entry.flag("bold", false);
+        column.ruled = entry.flag("ruled", false);
         column.source = texts_.oneCondition(entry, "source");
         entry.done();
         columns.push_back(std::move(column));

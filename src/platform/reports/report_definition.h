@@ -134,6 +134,7 @@ struct Column {
     bool grow = true; // false: one line, ended with "…" when it does not fit
     bool faint = false;
     bool bold = false;
+    bool ruled = false;              // a row that continues one has a rule above it here also without a text
     std::optional<Condition> source; // holds: the text is set as source
 };
 

@@ -114,7 +114,9 @@ void Steps::addRow(const Row& row) {
         const bool shown =
             std::any_of(definition_.groups.begin(), definition_.groups.end(),
                         [&](const Group& group) { return !group.columns.empty() && holds(group.when, row); });
-        if (said != definition_.tables.end() && !shown) {
+        if (shown) {
+            count(row);
+        } else if (said != definition_.tables.end()) {
             steps_.push_back({Step::Kind::Empty, 0, bands_.note(toQString(said->emptyText))});
         }
         return;
