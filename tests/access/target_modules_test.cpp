@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "access/target_application.h"
+#include "code_database.h"
 #include "golden_modules.h"
 #include "jet/open_database.h"
 #include "platform/codepage.h"
@@ -119,41 +120,73 @@ TEST(TargetModules, TheModulesOfARealFileAreThoseOfTheGolden) {
     }
 }
 
+// "type lines declarations: " and the procedures.
+std::string summaryOf(const Module& module) {
+    return std::to_string(module.Type()) + ' ' + std::to_string(module.CountOfLines()) + ' ' +
+           std::to_string(module.CountOfDeclarationLines()) + ": " + proceduresOf(module);
+}
+
+TEST(TargetModules, EveryKindOfModuleIsRead) {
+    const auto application = applicationOn(test::codeDatabase());
+    const auto open = [&](ObjectType type, const Text& name) -> const Module& {
+        return openedModule(*application, type, name);
+    };
+    EXPECT_EQ(summaryOf(open(acForm, u"受注")), "1 6 1: 受注日_AfterUpdate 0 2 4 5; ");
+    EXPECT_EQ(open(acForm, u"受注").Lines(5, 1), u"\tMe!受注日 = Date");
+    EXPECT_EQ(open(acForm, u"受注").Lines(1, 2), u"Option Explicit\r\n");
+    EXPECT_EQ(summaryOf(open(acReport, u"請求書")), "1 3 0: 頁 0 1 1 3; ");
+    EXPECT_EQ(summaryOf(open(acModule, u"basMain")), "0 3 1: 合計 0 2 2 2; ");
+    EXPECT_EQ(summaryOf(open(acModule, u"clsItem")), "1 4 0: 単価 3 1 1 2; 単価 1 3 3 2; ");
+    EXPECT_EQ(open(acModule, u"clsItem").ProcBodyLine(u"単価", 0), 1); // the first property of the name
+    EXPECT_EQ(errorOf([&] { open(acModule, u"clsItem").ProcBodyLine(u"単価", 2); }), 35);
+}
+
 TEST(TargetModules, AFormWithoutCodeHasNoModule) {
-    const auto path = test::realSample("access97/nwind.mdb");
-    if (!path) {
-        return;
-    }
-    const auto application = applicationOn(*path);
-    application->DoCmd().OpenForm(u"Categories", acViewDesign);
-    EXPECT_FALSE(application->Forms(u"Categories").HasModule());
-    EXPECT_EQ(errorOf([&] { application->Forms(u"Categories").Module(); }), 2467);
-    application->DoCmd().OpenForm(u"Orders", acViewDesign);
-    EXPECT_TRUE(application->Forms(u"Orders").HasModule());
+    const auto application = applicationOn(test::codeDatabase());
+    application->DoCmd().OpenForm(u"Item", acViewDesign);
+    EXPECT_FALSE(application->Forms(u"Item").HasModule());
+    EXPECT_EQ(errorOf([&] { application->Forms(u"Item").Module(); }), 2467);
+    application->DoCmd().OpenForm(u"受注", acViewDesign);
+    EXPECT_TRUE(application->Forms(u"受注").HasModule());
 }
 
 TEST(TargetModules, AModuleIsThereFromOpeningToClosing) {
-    const auto path = test::realSample("access97/nwind.mdb");
-    if (!path) {
-        return;
-    }
-    const auto application = applicationOn(*path);
+    const auto application = applicationOn(test::codeDatabase());
     DoCmd& commands = application->DoCmd();
-    EXPECT_EQ(errorOf([&] { application->Modules(u"Startup"); }), 7961);
-    EXPECT_EQ(errorOf([&] { commands.OpenModule(u"Orders"); }), 2516); // a form
-    commands.OpenModule(u"sTARTUP");
-    const Module& module = application->Modules(u"Startup");
-    commands.OpenModule(u"Startup");
-    EXPECT_EQ(&application->Modules(u"STARTUP"), &module); // open already
-    commands.Close(acForm, u"Startup", acSaveNo);          // another kind of object
-    EXPECT_EQ(&application->Modules(u"Startup"), &module);
-    commands.Close(acModule, u"startup", acSaveNo);
-    EXPECT_EQ(errorOf([&] { application->Modules(u"Startup"); }), 7961);
-    commands.OpenModule(u"Startup");
+    EXPECT_EQ(errorOf([&] { application->Modules(u"basMain"); }), 7961);
+    EXPECT_EQ(errorOf([&] { commands.OpenModule(u"受注"); }), 2516); // a form
+    commands.OpenModule(u"BASMAIN");
+    const Module& module = application->Modules(u"basMain");
+    commands.OpenModule(u"basMain");
+    EXPECT_EQ(&application->Modules(u"BasMain"), &module); // open already
+    commands.Close(acForm, u"basMain", acSaveNo);          // another kind of object
+    EXPECT_EQ(&application->Modules(u"basMain"), &module);
+    commands.Close(acModule, u"basmain", acSaveNo);
+    EXPECT_EQ(errorOf([&] { application->Modules(u"basMain"); }), 7961);
+    commands.OpenModule(u"basMain");
     application->CloseCurrentDatabase();
-    EXPECT_EQ(errorOf([&] { application->Modules(u"Startup"); }), 7961);
-    EXPECT_EQ(errorOf([&] { commands.OpenModule(u"Startup"); }), 2467);
+    EXPECT_EQ(errorOf([&] { application->Modules(u"basMain"); }), 7961);
+    EXPECT_EQ(errorOf([&] { commands.OpenModule(u"basMain"); }), 2467);
     EXPECT_EQ(errorOf([&] { commands.Minimize(); }), 2467);
+}
+
+void expectNamed(const RunTimeError& error, TextView title) {
+    EXPECT_EQ(error.number(), 3049);
+    EXPECT_NE(error.description().find(title), Text::npos) << error.what();
+}
+
+TEST(TargetModules, AModuleWhoseSourceIsMissingOrDamagedIsNamed) {
+    const auto application = applicationOn(test::codeDatabase());
+    for (const Text name : {u"途中", u"行方不明", u"空"}) {
+        expectNamed(failureOf([&] { application->DoCmd().OpenModule(name); }),
+                    u"モジュール \"" + name + u"\"");
+        EXPECT_EQ(errorOf([&] { application->Modules(name); }), 7961);
+    }
+    application->DoCmd().OpenForm(u"壊れた画面", acViewDesign); // its design is whole
+    EXPECT_TRUE(application->Forms(u"壊れた画面").HasModule());
+    expectNamed(failureOf([&] { application->Forms(u"壊れた画面").Module(); }), u"フォーム \"壊れた画面\"");
+    application->DoCmd().OpenModule(u"basMain");
+    EXPECT_EQ(application->Modules(u"basMain").CountOfLines(), 3);
 }
 
 // A text begins with the module's name, "Attribute VB_Name = ", here as it is compressed. The file has each twice, as a
@@ -168,7 +201,7 @@ std::string withDamagedText(std::string bytes, std::string_view begin) {
     return bytes;
 }
 
-TEST(TargetModules, ADamagedSourceIsNamedAndTheOthersAreRead) {
+TEST(TargetModules, ADamagedSourceOfARealFileIsNamedAndTheOthersAreRead) {
     const auto path = test::realSample("access97/nwind.mdb");
     if (!path) {
         return;
@@ -180,19 +213,13 @@ TEST(TargetModules, ADamagedSourceIsNamedAndTheOthersAreRead) {
     const auto application = applicationOn(folder / "damaged.mdb");
     DoCmd& commands = application->DoCmd();
 
-    const RunTimeError module = failureOf([&] { commands.OpenModule(u"Utility Functions"); });
-    EXPECT_EQ(module.number(), 3049);
-    EXPECT_NE(module.description().find(u"モジュール \"Utility Functions\""), Text::npos) << module.what();
-    EXPECT_EQ(errorOf([&] { application->Modules(u"Utility Functions"); }), 7961);
+    expectNamed(failureOf([&] { commands.OpenModule(u"Utility Functions"); }),
+                u"モジュール \"Utility Functions\"");
     commands.OpenModule(u"Startup");
     EXPECT_GT(application->Modules(u"Startup").CountOfLines(), 0);
 
-    commands.OpenForm(u"Orders", acViewDesign); // the design is whole
-    Form& form = application->Forms(u"Orders");
-    EXPECT_TRUE(form.HasModule());
-    const RunTimeError behindForm = failureOf([&] { form.Module(); });
-    EXPECT_EQ(behindForm.number(), 3049);
-    EXPECT_NE(behindForm.description().find(u"フォーム \"Orders\""), Text::npos) << behindForm.what();
+    commands.OpenForm(u"Orders", acViewDesign);
+    expectNamed(failureOf([&] { application->Forms(u"Orders").Module(); }), u"フォーム \"Orders\"");
     commands.OpenForm(u"Employees", acViewDesign);
     EXPECT_EQ(application->Forms(u"Employees").Module().CountOfLines(), 8);
 }
