@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <numeric>
 
 #include "access/module_procedures.h"
 #include "access/module_source.h"
@@ -141,6 +140,7 @@ TEST(RealCode, EveryLineOfNwindIsListedButBlankAndOptionLines) {
     const auto sources = sourcesOf(*target);
     EXPECT_EQ(sources.size(), 15u);
     expectSame(listing(program.rows(u"T_RvModule")), expectedListing(sources));
+    EXPECT_EQ(program.rows(u"T_RvModule").size(), 634u);
     EXPECT_TRUE(program.dialogs.boxes.empty()) << toUtf8(program.dialogs.lastText());
     EXPECT_EQ(test::bytesOf(*target), before);
 }
@@ -208,6 +208,7 @@ TEST(RealCode, StepsOfNwindAddUpToItsLines) {
         }
     }
     EXPECT_EQ(lines, allLines);
+    EXPECT_EQ(lines, 923);
     // The numbers of the two last modules were lowered, one after the other, to that of the first.
     EXPECT_EQ(field(stored.back(), u"ObjectName"), u"Utility Functions");
     EXPECT_EQ(field(stored.back(), u"objectNo"), u"13");
@@ -242,10 +243,16 @@ TEST(RealCode, CommentsOfNwindAreThoseBehindTheHeaders) {
         }
     }
     expectSame(rows, expected);
+    const auto commentsIn = [&rows](TextView procedure) {
+        return std::ranges::count_if(rows, [&](const Text& row) { return row.starts_with(procedure); });
+    };
+    EXPECT_EQ(commentsIn(u"Form | Suppliers | AddProducts_Click | "), 5);
+    EXPECT_EQ(commentsIn(u"Report | Sales by Year | Report_Open | "), 9);
+    EXPECT_EQ(commentsIn(u"Module | Startup | OpenStartup | "), 12);
     EXPECT_TRUE(program.dialogs.boxes.empty()) << toUtf8(program.dialogs.lastText());
 }
 
-// Every file of Access 97 with every option: no box, no byte changed, and at least a row where there is code.
+// Every file of Access 97 with every option: no box, no byte changed, and the listing that of its texts.
 TEST(RealCode, EverySampleOfAccess97RunsClean) {
     const auto samples = test::realSamples();
     if (!samples) {
