@@ -1,4 +1,4 @@
-// Opens the input as a database and reads all of it, the design of every form and report too. Only the product's own error
+// Opens the input as a database and reads all of it, every design, module and macro too. Only the product's own error
 // may come out.
 
 #include <cstddef>
@@ -6,6 +6,7 @@
 
 #include "fuzz/walk_database.h"
 #include "fuzz/walk_design.h"
+#include "fuzz/walk_module.h"
 #include "jet/open_database.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -15,6 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             relvane::jet::openDatabase(relvane::jet::makeMemorySource({data, data + size}), u"input.mdb");
         relvane::test::walkDatabase(*database, rowLimit);
         relvane::test::walkDesigns(*database);
+        relvane::test::walkSources(*database);
     } catch (const relvane::RunTimeError&) {
         // what a damaged file ends in
     }

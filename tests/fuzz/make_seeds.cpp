@@ -73,7 +73,7 @@ DatabaseSpec queriesAndLinks() {
     return spec;
 }
 
-// Both places of designs, and a report with a group level.
+// Both places of designs, a report with a group level, every kind of module, and a macro.
 DatabaseSpec designs() {
     DatabaseSpec spec = manyForms(3, 24);
     DocumentSpec& report = spec.reports.emplace_back(spec.forms[0]);
@@ -84,6 +84,16 @@ DatabaseSpec designs() {
     root.children.insert(root.children.begin(),
                          DesignObjectSpec{.type = DesignType::BreakLevel,
                                           .properties = {{u"ControlSource", Text(u"項目２")}}});
+    report.module.emplace().source = u"Sub 無し()\r\nEnd Sub\r\n";
+    DocumentSpec& standard = spec.modules.emplace_back(DocumentSpec{.name = u"標準"});
+    standard.module.emplace().source += u"\r\n' 合計\r\nFunction 合計() As Currency\r\nEnd Function\r\n";
+    DocumentSpec& item = spec.modules.emplace_back(DocumentSpec{.name = u"品目"});
+    item.module.emplace().source += u"Property Get 単価()\r\nEnd Property\r\n";
+    item.module->isClass = true;
+    DocumentSpec& macro = spec.macros.emplace_back(DocumentSpec{.name = u"印刷"});
+    constexpr std::uint16_t openForm = 23;
+    macro.macro.emplace().rows = {
+        {.name = u"開く", .condition = u"[数量]>0", .action = openForm, .arguments = {u"画面"}}};
     return spec;
 }
 

@@ -2,6 +2,11 @@
 
 #include <cstdlib>
 
+#include "access/macro_conversion.h"
+#include "access/macro_source.h"
+#include "access/module_model.h"
+#include "access/module_source.h"
+#include "jet/open_database.h"
 #include "platform/runtime_error.h"
 
 namespace relvane::test {
@@ -55,6 +60,23 @@ void walkModule(const access::Module& module) {
               static_cast<int>(ErrorNumber::InvalidProcedureCall));
     }
     check(module.Lines(0, 1).empty() && module.Lines(lines + 1, 1).empty());
+}
+
+int walkSources(const dao::Database& database) {
+    using namespace access;
+    int read = 0;
+    const auto walk = [&](const auto& textOf) {
+        read += skipErrors([&] { walkModule(*openModule(textOf())); }) == 0 ? 1 : 0;
+    };
+    const ModuleSource modules(jet::fileOf(database));
+    for (const ModuleDocument& document : modules.modules()) {
+        walk([&] { return modules.text(document); });
+    }
+    const MacroSource macros(jet::fileOf(database));
+    for (const MacroDocument& macro : macros.macros()) {
+        walk([&] { return ModuleText(ModuleKind::Standard, convertMacro(macro.name, macros.sheet(macro))); });
+    }
+    return read;
 }
 
 } // namespace relvane::test
