@@ -18,12 +18,9 @@
 #include <vector>
 
 #include <QGuiApplication>
-#include <QPainter>
-#include <QPdfWriter>
 
+#include "bare_pages.h"
 #include "platform/runtime_error.h"
-#include "reports/composer.h"
-#include "reports/page_frame.h"
 #include "reports/pdf.h"
 
 namespace {
@@ -131,46 +128,11 @@ Result engine(std::int64_t rows, const std::string& path) {
     return {document.pageCount(), seconds(begin), layout};
 }
 
-// The texts of some pages as the engine draws them, drawn over and over.
 Result bare(std::int64_t rows, const std::string& path) {
-    const ReportDefinition report = definition();
-    Fonts fonts;
-    Rows source(std::make_shared<Store>(rows), report.source, report.sort, report.fields);
-    const PageFrame frame(report, fonts, QStringLiteral("一覧"), {}, now);
-    Bands bands(report, fonts, frame.width());
-    Composer composer(report, bands, source, {},
-                      {frame.left(), frame.bodyTop(), frame.bodyBottom(), frame.width(), 1});
+    const bench::BarePages bare(std::make_shared<Store>(rows), definition(), now);
     const int pages = static_cast<int>(rows / rowsPerPage);
-    std::vector<std::vector<Item>> samples(20);
-    for (std::vector<Item>& sample : samples) {
-        Page page;
-        composer.compose(page, nullptr, 0);
-        frame.add(page, 1, pages);
-        std::copy_if(page.items.begin(), page.items.end(), std::back_inserter(sample),
-                     [](const Item& item) { return item.kind == Item::Kind::Text; });
-    }
-
     const auto begin = std::chrono::steady_clock::now();
-    {
-        QPdfWriter writer(QString::fromStdString(path));
-        writer.setResolution(1440);
-        writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, QMarginsF()));
-        QPainter painter(&writer);
-        for (int number = 0; number < pages; ++number) {
-            if (number > 0) {
-                writer.newPage();
-            }
-            int font = -1;
-            for (const Item& item : samples[static_cast<std::size_t>(number) % samples.size()]) {
-                if (font != item.font) {
-                    painter.setFont(fonts.font(item.font));
-                    font = item.font;
-                }
-                painter.drawText(QPointF(item.box.x(), item.box.y() + item.baseline), item.text);
-            }
-        }
-        painter.end();
-    }
+    bare.draw(pages, path);
     return {pages, seconds(begin), 0};
 }
 
