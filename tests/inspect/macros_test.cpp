@@ -71,6 +71,16 @@ TEST(InspectMacros, EveryMacroConvertsToTheModuleOfTheGolden) {
     EXPECT_EQ(written.str(), std::string((std::istreambuf_iterator<char>(golden)), {}));
 }
 
+TEST(InspectMacros, EveryMacroOfTheOwnSampleConverts) {
+    const Json ours = inspect(test::ownSample("juchu.mdb"));
+    ASSERT_FALSE(ours.at("macros").empty());
+    for (const Json& macro : ours.at("macros")) {
+        SCOPED_TRACE(macro.at("name").get<std::string>());
+        ASSERT_TRUE(macro.at("converted").is_array());
+        EXPECT_EQ(macro.at("converted").at(0), "Option Compare Database");
+    }
+}
+
 TEST(InspectMacros, AFileNewerThanAccess97HasNull) {
     if (const auto path = test::realSample("later/northwind-2000-ja.mdb")) {
         EXPECT_TRUE(inspect(*path).at("macros").is_null());

@@ -4,6 +4,7 @@
 
 #include <fstream>
 #include <map>
+#include <set>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -69,6 +70,25 @@ TEST(InspectModules, EveryModuleAgreesWithTheGolden) {
     }
     EXPECT_EQ(rows, expectedRows(golden));
     EXPECT_EQ(lines, 923u);
+}
+
+TEST(InspectModules, EveryModuleOfTheOwnSampleHasItsLines) {
+    const Json ours = inspect(test::ownSample("juchu.mdb"));
+    std::set<std::string> owners, types;
+    for (const Json& module : ours.at("modules")) {
+        SCOPED_TRACE(rowName(module));
+        const Json& source = module.at("source");
+        ASSERT_TRUE(source.contains("lines"));
+        std::size_t owned = source.at("countOfDeclarationLines");
+        for (const Json& procedure : source.at("procedures")) {
+            owned += procedure.at("countLines").get<std::size_t>();
+        }
+        EXPECT_EQ(source.at("lines").size(), owned);
+        owners.insert(module.at("owner"));
+        types.insert(source.at("type").dump());
+    }
+    EXPECT_EQ(owners, (std::set<std::string>{"form", "report", "module"}));
+    EXPECT_EQ(types, (std::set<std::string>{"0", "1"}));
 }
 
 TEST(InspectModules, AFileNewerThanAccess97HasNull) {
