@@ -300,6 +300,23 @@ TEST(ProcedureList, HoldsThousandsOfRowsAndNamesObjectAndProcedureAtTheTopOfEver
     EXPECT_EQ(document.outline().size(), 4U);
 }
 
+TEST(ProcedureList, KeepsTheCountsOfAnObjectOnThePageOfItsLastProcedure) {
+    Catalogue rows;
+    for (int module = 0; module < 100; ++module) {
+        rows.module(u"Module(Standard)", text("M_" + std::to_string(module)));
+        for (int i = 0; i < module % 7; ++i) {
+            rows.procedure(text("手続" + std::to_string(i)), u"Sub",
+                           Text(static_cast<std::size_t>(module) * 7, u'a'), Null{});
+        }
+    }
+    const std::string all = pdfText(printed_pdf(rows.list(), "procedures-counts"));
+    int page = 0;
+    for (std::size_t from = 0, end; (end = all.find('\f', from)) != std::string::npos; from = end + 1) {
+        const std::string one = squeezed(all.substr(from, end - from));
+        EXPECT_LT(one.find("Private"), one.find("件")) << ++page;
+    }
+}
+
 TEST(ProcedureList, GrowsWithTheLongestNamesAndHeaders) {
     Catalogue rows;
     Text parameters;

@@ -103,6 +103,8 @@ double Composer::required(std::size_t index, bool tableOpen, bool headingOpen) c
             const bool nothing = step.block.empty();
             sum += gapBefore(steps_[index + 1]) +
                    required(index + 1, tableOpen && nothing, headed || (headingOpen && nothing));
+        } else if (whole) {
+            sum += closingHeight(position_.row); // nothing but this bar shows the row
         }
         return from == 0 ? std::max(sum, definition_.groups[step.level].keep * style::mm) : sum;
     }
