@@ -16,7 +16,7 @@ Text number(int value) {
     return fromUtf8(std::to_string(value));
 }
 
-// "#" in a line stands for a number that differs from line to line.
+// "#" in a line stands for a number that differs from statement to statement.
 struct Statement {
     std::array<const char16_t*, 3> lines;
 };
@@ -111,12 +111,11 @@ private:
     }
 
     void addNumbered(TextView line) {
-        const auto mark = line.find(u'#');
-        if (mark == TextView::npos) {
-            add(Text(line));
-        } else {
-            add(Text(line.substr(0, mark)) + number(number_) + Text(line.substr(mark + 1)));
+        Text numbered;
+        for (const char16_t unit : line) {
+            numbered += unit == u'#' ? number(number_) : Text(1, unit);
         }
+        add(numbered);
     }
 
     int module_;

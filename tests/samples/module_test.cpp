@@ -327,6 +327,7 @@ TEST(ManyModules, HaveAsManyLinesAndProceduresAsAsked) {
         lines += text.lineCount();
         procedures += access::ModuleProcedures(text).all().size();
         classes += text.kind() == ModuleKind::Class ? 1 : 0;
+        EXPECT_EQ(text.text().find(u'#'), Text::npos) << "a place for a number that was not filled";
     }
     EXPECT_EQ(lines, 1000u);
     EXPECT_EQ(procedures, 33u);
