@@ -136,7 +136,7 @@ void showErrorBox(AnalysisContext& context, const ErrorPlace& place, const Error
     context.platform.dialogs->MsgBox(textOf(box, place, error), okOnly, Text(programTitle));
 }
 
-void reportError(AnalysisContext& context, const ErrorPlace& place, const RunTimeError& error) {
+void reportError(AnalysisContext& context, const ErrorPlace& place, const RunTimeError& error, Form& window) {
     const ErrorBox* box = &place.otherwise;
     Afterwards afterwards = Afterwards::GoOn;
     for (const ErrorRule& rule : place.rules) {
@@ -152,18 +152,23 @@ void reportError(AnalysisContext& context, const ErrorPlace& place, const RunTim
     if (afterwards == Afterwards::ExitProgram) {
         m1z_Click(context);
     }
-    context.frmRelvane.Pointer = MousePointer::Normal;
-    context.frmRelvane.Enabled = true;
+    window.Pointer = MousePointer::Normal;
+    window.Enabled = true;
 }
 
-int guarded(AnalysisContext& context, const ErrorPlace& place, const std::function<void()>& command) {
+int guarded(AnalysisContext& context, const ErrorPlace& place, Form& window,
+            const std::function<void()>& command) {
     try {
         command();
         return 0;
     } catch (const RunTimeError& error) {
-        reportError(context, place, error);
+        reportError(context, place, error, window);
         return error.number();
     }
+}
+
+int guarded(AnalysisContext& context, const ErrorPlace& place, const std::function<void()>& command) {
+    return guarded(context, place, context.frmRelvane, command);
 }
 
 } // namespace relvane

@@ -73,10 +73,14 @@ void showErrorBox(AnalysisContext& context, const ErrorPlace& place, const Error
                   const RunTimeError& error);
 
 // Shows the box for the error. Either the program ends as by its exit menu (ProgramEnd is thrown), or the pointer is
-// normal, the main window enabled, and the command is over.
-void reportError(AnalysisContext& context, const ErrorPlace& place, const RunTimeError& error);
+// normal, `window` enabled, and the command is over.
+void reportError(AnalysisContext& context, const ErrorPlace& place, const RunTimeError& error, Form& window);
 
-// Runs a command; a run-time error in it is reported. Returns its number, 0 when the command ran to its end.
+// Runs a command of that window; a run-time error in it is reported. Returns its number, 0 when the command ran to its
+// end.
+int guarded(AnalysisContext& context, const ErrorPlace& place, Form& window,
+            const std::function<void()>& command);
+// The same for a command of the main window.
 int guarded(AnalysisContext& context, const ErrorPlace& place, const std::function<void()>& command);
 
 } // namespace relvane

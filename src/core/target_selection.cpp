@@ -12,32 +12,41 @@
 namespace relvane {
 namespace {
 
+void closeTarget(access::Application& application) {
+    try {
+        application.CloseCurrentDatabase();
+    } catch (const RunTimeError& error) {
+        if (!error.is(ErrorNumber::NoCurrentDatabase)) {
+            throw;
+        }
+    }
+}
+
 void releaseEarlierTarget(AnalysisContext& context) {
     if (context.frmRelvane.lblDBName.Caption.get().empty() || context.AnalysisMode == modeNone) {
         return;
     }
     if (context.TargetApp) {
-        try {
-            context.TargetApp->CloseCurrentDatabase();
-        } catch (const RunTimeError& error) {
-            if (!error.is(ErrorNumber::NoCurrentDatabase)) {
-                throw;
-            }
-        }
+        closeTarget(*context.TargetApp);
     }
     context.TargetApp.reset();
     context.ReportApp.reset();
 }
 
-void openTarget(AnalysisContext& context, const Text& path) {
-    context.TargetApp = context.platform.newTargetApplication();
-    context.AnalysisMode = modeTarget;
+// The loop variables point into the database that goes.
+void openDatabases(AnalysisContext& context, const Text& path) {
     context.TargetApp->OpenCurrentDatabase(path, false);
     context.CurTableDef = nullptr;
     context.CurQueryDef = nullptr;
     context.CurContainer = nullptr;
     context.CurDocument = nullptr;
     context.TargetDb = context.platform.openTarget(path);
+}
+
+void openTarget(AnalysisContext& context, const Text& path) {
+    context.TargetApp = context.platform.newTargetApplication();
+    context.AnalysisMode = modeTarget;
+    openDatabases(context, path);
     context.WorkDb = context.platform.openWorkStore(context.WorkDbPath);
     context.WorkRs1 = context.WorkDb->OpenRecordset(u"T_RvTitle");
     context.WorkDb->Execute(u"delete * from T_RvTitle;");
@@ -190,6 +199,11 @@ void RecentFile_Click(AnalysisContext& context, int index) {
 
 void selectFile(AnalysisContext& context, const Text& path) {
     selectTarget(context, [&path] { return path; });
+}
+
+void reopenTarget(AnalysisContext& context) {
+    closeTarget(need(context.TargetApp));
+    openDatabases(context, context.frmRelvane.lblDBName.Caption);
 }
 
 } // namespace relvane

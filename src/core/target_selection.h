@@ -15,4 +15,7 @@ void RecentFile_Click(AnalysisContext& context, int index);
 // Takes the file at that path: one that was dropped onto the window.
 void selectFile(AnalysisContext& context, const Text& path);
 
+// Opens the selected file afresh, in Access and by DAO.
+void reopenTarget(AnalysisContext& context);
+
 } // namespace relvane

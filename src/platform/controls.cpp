@@ -183,6 +183,11 @@ void Form::Hide() {
     Visible = false;
 }
 
+void Form::Unload() {
+    Hide();
+    loaded_ = false;
+}
+
 void Form::sendTab() {
     if (onTab) {
         onTab();

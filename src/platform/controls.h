@@ -261,7 +261,7 @@ public:
     Observed<int> Top{changed_, 0}, Left{changed_, 0}; // pixels
 
     Control* ActiveControl = nullptr;
-    std::function<void()> Load;        // fired by the first Show
+    std::function<void()> Load;        // fired by the first Show, and by the first behind an Unload
     std::function<void()> QueryUnload; // the person closes the window
     std::function<void()> MouseMove;   // over the window itself
     std::function<void(int& keyAscii)> KeyPress;
@@ -269,6 +269,7 @@ public:
 
     void Show(); // loads the form when it is not loaded, and makes it visible
     void Hide();
+    void Unload();  // hides the window, and the next Show loads the form again
     void sendTab(); // the Tab key: the next control that can take the focus becomes active
 
     void onChanged(std::function<void()> handler) { changed_ = std::move(handler); }
