@@ -245,14 +245,9 @@ private:
         write("reports", source.reports());
     }
 
-    // Null as for designs.
     void writeModules() {
         const access::ModuleSource source(jet::fileOf(database_));
         json_.key("modules");
-        if (!source.canRead()) {
-            json_.null();
-            return;
-        }
         json_.beginArray();
         for (const access::ModuleDocument& document : source.modules()) {
             json_.beginObject();

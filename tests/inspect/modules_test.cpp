@@ -91,10 +91,21 @@ TEST(InspectModules, EveryModuleOfTheOwnSampleHasItsLines) {
     EXPECT_EQ(types, (std::set<std::string>{"0", "1"}));
 }
 
-TEST(InspectModules, AFileNewerThanAccess97HasNull) {
-    if (const auto path = test::realSample("later/northwind-2000-ja.mdb")) {
-        EXPECT_TRUE(inspect(*path).at("modules").is_null());
+TEST(InspectModules, AFileNewerThanAccess97HasItsModulesToo) {
+    const auto path = test::realSample("later/vbaV2007.accdb");
+    if (!path) {
+        return;
     }
+    const Json ours = inspect(*path);
+    std::map<std::string, std::string> types;
+    for (const Json& module : ours.at("modules")) {
+        const Json& source = module.at("source");
+        types[rowName(module)] = source.at("type").dump();
+        EXPECT_EQ(source.at("lines").size(), source.at("countOfLines").get<std::size_t>());
+        EXPECT_FALSE(source.at("lines").empty());
+    }
+    EXPECT_EQ(types,
+              (std::map<std::string, std::string>{{"Form_Form1", "1"}, {"Module1", "0"}, {"Class1", "1"}}));
 }
 
 } // namespace

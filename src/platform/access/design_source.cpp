@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "access/design_bytes.h"
+#include "access/module_source.h"
 
 namespace relvane::access {
 namespace {
@@ -46,6 +47,19 @@ DesignSource::DesignSource(std::shared_ptr<const jet::JetFile> file)
     : file_(std::move(file)), modules_(*file_) {
     forms_ = documents(DesignKind::Form);
     reports_ = documents(DesignKind::Report);
+    if (!canRead()) {
+        markModules(ModuleSource(file_));
+    }
+}
+
+// In newer files the project tells it.
+void DesignSource::markModules(const ModuleSource& sources) {
+    for (DesignDocument& form : forms_) {
+        form.hasModule = sources.find(ModuleOwner::Form, form.name) != nullptr;
+    }
+    for (DesignDocument& report : reports_) {
+        report.hasModule = sources.find(ModuleOwner::Report, report.name) != nullptr;
+    }
 }
 
 // The catalogue is in the order of parents and names, which within one container is the order of its documents.

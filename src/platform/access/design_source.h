@@ -11,6 +11,8 @@
 
 namespace relvane::access {
 
+class ModuleSource;
+
 enum class DesignKind { Form, Report };
 
 // Where a design was found.
@@ -33,8 +35,7 @@ struct DesignStreams {
 class DesignSource {
 public:
     // Reads the names alone and does not fail: what is damaged shows when a design is asked for. A file newer than
-    // Access 97 gives its documents too, but not their designs: these lie in another store (hasModule is False for
-    // all then).
+    // Access 97 gives its documents too, but not their designs: these lie in another store.
     explicit DesignSource(std::shared_ptr<const jet::JetFile> file);
 
     bool canRead() const { return file_->header().isJet3(); }
@@ -51,6 +52,7 @@ public:
 
 private:
     std::vector<DesignDocument> documents(DesignKind kind) const;
+    void markModules(const ModuleSource& sources);
 
     std::shared_ptr<const jet::JetFile> file_;
     ModuleTable modules_;

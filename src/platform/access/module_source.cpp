@@ -1,6 +1,7 @@
 #include "access/module_source.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "access/design_bytes.h"
 #include "access/vba_compression.h"
@@ -22,13 +23,20 @@ const OwnerFacts& factsOf(ModuleOwner owner) {
     return facts[static_cast<std::size_t>(owner)];
 }
 
-constexpr TextView projectTitle = u"VBA", sourcePart = u"ソース";
+constexpr TextView projectTitle = u"VBA", sourcePart = u"ソース", projectPart = u"プロジェクト";
 
-[[noreturn]] void fail(TextView title, TextView cause) {
+// In the store.
+constexpr TextView projectText = u"VBA/VBAProject/PROJECT", streamFolder = u"VBA/VBAProject/VBA/";
+
+RunTimeError problem(TextView title, TextView cause) {
     Text detail(title);
     detail += u": ";
     detail += cause;
-    throw RunTimeError(ErrorNumber::DatabaseDamaged, detail);
+    return RunTimeError(ErrorNumber::DatabaseDamaged, detail);
+}
+
+VbaProject projectOf(std::span<const std::uint8_t> directory) {
+    return readVbaProject(decompressVba(directory, projectTitle, projectPart), projectTitle);
 }
 
 // A chunk that is stored as it is has zeros behind the end of a text.
@@ -51,38 +59,74 @@ Text ModuleDocument::title() const {
 
 ModuleSource::ModuleSource(std::shared_ptr<const jet::JetFile> file)
     : file_(std::move(file)), table_(*file_) {
+    readProject();
     addModules(ModuleOwner::Form);
     addModules(ModuleOwner::Report);
     addModules(ModuleOwner::Module);
-    if (canRead()) {
-        readProject();
-    }
 }
 
-// Only the row tells whether a form or report has code; a module that has lost its row is one all the same.
+// From the first place that has it; where none does, what is wrong with the first is said.
+void ModuleSource::readProject() {
+    const std::function<bool()> places[] = {
+        [&] { return readProjectOfTable(); },
+        [&] { return readProjectOfStore(StoreTable::MSysAccessStorage); },
+        [&] { return readProjectOfStore(StoreTable::MSysAccessObjects); }};
+    for (const auto& isReadFrom : places) {
+        try {
+            if (isReadFrom()) {
+                projectProblem_.reset();
+                return;
+            }
+        } catch (const RunTimeError& error) {
+            projectProblem_ = projectProblem_.value_or(error);
+        }
+    }
+    projectProblem_ = projectProblem_.value_or(problem(projectTitle, u"プロジェクトがありません"));
+}
+
+bool ModuleSource::readProjectOfTable() {
+    const auto row = table_.row(ModuleRow::Project);
+    if (!row && !table_.problem().empty()) {
+        throw problem(projectTitle, table_.problem());
+    }
+    if (row) {
+        const Bytes container = row->bytes(u"Module");
+        project_ = projectOf(vbaStream(container, u"dir", projectTitle));
+    }
+    return row.has_value();
+}
+
+bool ModuleSource::readProjectOfStore(StoreTable table) {
+    auto store = AccessStore::open(*file_, table);
+    const auto directory = store ? store->stream(Text(streamFolder) + u"dir") : std::nullopt;
+    if (!directory) {
+        return false;
+    }
+    project_ = projectOf(*directory);
+    skipErrors([&] { // without it, any class that is named so is taken for a form's or report's
+        markOrdinaryClasses(project_, store->stream(projectText).value_or(Bytes()));
+    });
+    store_ = std::move(store);
+    return true;
+}
+
+// A module that has lost its source is one all the same.
 void ModuleSource::addModules(ModuleOwner owner) {
-    const OwnerFacts& facts = factsOf(owner);
     for (const jet::CatalogueEntry& entry : file_->catalogue().entries()) {
-        if (entry.type == facts.objectType &&
-            (owner == ModuleOwner::Module || table_.contains(facts.row, entry.name))) {
+        if (entry.type == factsOf(owner).objectType &&
+            (owner == ModuleOwner::Module || hasModule(owner, entry.name))) {
             modules_.push_back({owner, entry.name});
         }
     }
 }
 
-void ModuleSource::readProject() {
-    try {
-        const auto row = table_.row(ModuleRow::Project);
-        if (!row) {
-            fail(projectTitle, table_.problem().empty() ? TextView(u"プロジェクトがありません")
-                                                        : TextView(table_.problem()));
-        }
-        const Bytes container = row->bytes(u"Module");
-        const auto directory = vbaStream(container, u"dir", projectTitle);
-        project_ = readVbaProject(decompressVba(directory, projectTitle, u"プロジェクト"), projectTitle);
-    } catch (const RunTimeError& error) {
-        projectProblem_ = error;
+// In a file of Access 97 only the row tells whether a form or report has code.
+bool ModuleSource::hasModule(ModuleOwner owner, TextView name) const {
+    if (!store_) {
+        return table_.contains(factsOf(owner).row, name);
     }
+    const VbaModule* module = findInProject(owner, name);
+    return module != nullptr && module->isClass && !module->isOrdinaryClass;
 }
 
 const ModuleDocument* ModuleSource::find(ModuleOwner owner, TextView name) const {
@@ -92,16 +136,17 @@ const ModuleDocument* ModuleSource::find(ModuleOwner owner, TextView name) const
     return found == modules_.end() ? nullptr : &*found;
 }
 
-const VbaModule* ModuleSource::findInProject(TextView rowName) const {
+const VbaModule* ModuleSource::findInProject(ModuleOwner owner, TextView name) const {
+    const Text wanted = ModuleTable::rowName(factsOf(owner).row, name);
     const auto find = [&](const auto& nameOf) -> const VbaModule* {
         const auto found = std::ranges::find_if(project_.modules, [&](const VbaModule& module) {
-            return equalsIgnoringCase(nameOf(module), rowName);
+            return equalsIgnoringCase(nameOf(module), wanted);
         });
         return found == project_.modules.end() ? nullptr : &*found;
     };
     const int rowCodePage = file_->header().codePage;
     const VbaModule* module = find([](const VbaModule& each) -> TextView { return each.name; });
-    if (module == nullptr && project_.codePage != rowCodePage) {
+    if (module == nullptr && !store_ && project_.codePage != rowCodePage) {
         module = find([&](const VbaModule& each) { return decode(each.storedName, rowCodePage); });
     }
     return module;
@@ -109,9 +154,6 @@ const VbaModule* ModuleSource::findInProject(TextView rowName) const {
 
 ModuleText ModuleSource::text(const ModuleDocument& document) const {
     const Text title = document.title();
-    if (!canRead()) {
-        throw RunTimeError(ErrorNumber::UnrecognizedFormat, title);
-    }
     try {
         return readText(document);
     } catch (const RunTimeError& error) {
@@ -124,31 +166,39 @@ ModuleText ModuleSource::text(const ModuleDocument& document) const {
 
 ModuleText ModuleSource::readText(const ModuleDocument& document) const {
     const Text title = document.title();
-    const ModuleRow type = factsOf(document.owner).row;
-    const auto row = table_.row(type, document.name);
-    if (!row) {
-        fail(title,
-             table_.problem().empty() ? TextView(u"モジュールの行がありません") : TextView(table_.problem()));
-    }
     if (projectProblem_) {
         throw RunTimeError(*projectProblem_);
     }
-    const VbaModule* module = findInProject(ModuleTable::rowName(type, document.name));
+    const VbaModule* module = findInProject(document.owner, document.name);
     if (module == nullptr) {
-        fail(title, u"プロジェクトにありません");
+        throw problem(title, u"プロジェクトにありません");
+    }
+    const Bytes stream = streamOf(document, *module);
+    const auto place = findVbaText(stream, module->textOffset);
+    if (!place) {
+        throw problem(title, u"読み取れるソースがファイルにありません");
+    }
+    const Bytes stored = withoutFilling(decompressVba(std::span(stream).subspan(*place), title, sourcePart));
+    const int codePage = isKnownCodePage(project_.codePage) ? project_.codePage : file_->header().codePage;
+    return {module->isClass ? ModuleKind::Class : ModuleKind::Standard, decode(stored, codePage)};
+}
+
+// Empty when the file has none.
+Bytes ModuleSource::streamOf(const ModuleDocument& document, const VbaModule& module) const {
+    if (store_) {
+        return store_->stream(Text(streamFolder) + module.streamName).value_or(Bytes());
+    }
+    const Text title = document.title();
+    const auto row = table_.row(factsOf(document.owner).row, document.name);
+    if (!row) {
+        throw problem(title, u"モジュールの行がありません");
     }
     const Bytes container = row->bytes(u"Module");
     if (container.empty()) {
-        fail(title, u"ソースがありません");
+        return {};
     }
     const auto stream = vbaStream(container, u"_VBA_MODULE", title);
-    const auto place = findVbaText(stream, module->textOffset);
-    if (!place) {
-        fail(title, u"ソースが見つかりません");
-    }
-    const Bytes stored = withoutFilling(decompressVba(stream.subspan(*place), title, sourcePart));
-    const int codePage = isKnownCodePage(project_.codePage) ? project_.codePage : file_->header().codePage;
-    return {module->isClass ? ModuleKind::Class : ModuleKind::Standard, decode(stored, codePage)};
+    return {stream.begin(), stream.end()};
 }
 
 } // namespace relvane::access

@@ -16,7 +16,7 @@ namespace relvane::access {
 //
 // Forms and reports open in design view alone (5 for another view), also twice, which changes nothing, and stay open
 // until they or the database are closed. Errors of opening beside those of access.h: 3343 for each form and report of a
-// file newer than Access 97, whose designs cannot be read yet.
+// file newer than Access 97, whose designs cannot be read yet; its modules open.
 //
 // The command that converts a macro takes the macro that is selected in the database window; whatever opens another
 // window, the command itself included, takes the selection away, as the database window loses the focus. It has two

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
+#include <string_view>
 
 #include "access/design_bytes.h"
 #include "platform/codepage.h"
@@ -22,13 +24,15 @@ enum class Record : std::uint16_t {
     OtherModule = 0x22,
     ModuleEnd = 0x2B,
     TextOffset = 0x31,
+    StreamNameInUtf16 = 0x32,
+    ModuleNameInUtf16 = 0x47,
 };
 
 // The length of a version record is 4, but 6 bytes follow.
 constexpr std::size_t versionSize = 6;
 
-// UTF-16 with a zero at its end.
-Text streamName(std::span<const std::uint8_t> bytes) {
+// UTF-16, up to a zero where it has one.
+Text utf16Text(std::span<const std::uint8_t> bytes) {
     const jet::ByteSpan units(bytes, 0);
     Text name;
     for (std::size_t at = 0; at + 1 < bytes.size() && units.u16(at) != 0; at += 2) {
@@ -52,7 +56,9 @@ public:
             bytes_.fail(bytes_.offset(), u"コード ページがありません");
         }
         for (VbaModule& module : project_.modules) {
-            module.name = decode(module.storedName, project_.codePage);
+            if (module.name.empty()) { // Access 97 writes the code page alone
+                module.name = decode(module.storedName, project_.codePage);
+            }
         }
         return std::move(project_);
     }
@@ -77,6 +83,12 @@ private:
         case Record::ModuleName:
             inModule_ = true;
             project_.modules.emplace_back().storedName = data.copy();
+            break;
+        case Record::ModuleNameInUtf16:
+            module(at).name = utf16Text(data.bytes());
+            break;
+        case Record::StreamNameInUtf16:
+            module(at).streamName = utf16Text(data.bytes());
             break;
         case Record::TextOffset:
             require(4);
@@ -120,7 +132,7 @@ std::span<const std::uint8_t> vbaStream(std::span<const std::uint8_t> container,
         bytes.fail(0, u"見出しが正しくありません");
     }
     while (!bytes.atEnd()) {
-        const Text found = streamName(bytes.take(bytes.u8()));
+        const Text found = utf16Text(bytes.take(bytes.u8()));
         const auto stream = bytes.take(bytes.u32());
         if (equalsIgnoringCase(found, name)) {
             return stream;
@@ -133,6 +145,27 @@ std::span<const std::uint8_t> vbaStream(std::span<const std::uint8_t> container,
 
 VbaProject readVbaProject(std::span<const std::uint8_t> directory, TextView owner) {
     return DirectoryReader(directory, owner).read();
+}
+
+// A line is "Module=", "Class=" or "DocClass=" and the name in the code page, which is compared as it is stored. Behind the
+// first empty line other things follow.
+void markOrdinaryClasses(VbaProject& project, std::span<const std::uint8_t> text) {
+    constexpr std::string_view lineEnd = "\r\n", key = "Class=";
+    std::string_view rest(reinterpret_cast<const char*>(text.data()), text.size());
+    std::set<std::string_view> classes;
+    while (!rest.empty() && !rest.starts_with(lineEnd)) {
+        const std::size_t end = rest.find(lineEnd);
+        const std::string_view line = rest.substr(0, end);
+        if (line.starts_with(key)) {
+            classes.insert(line.substr(key.size()));
+        }
+        rest.remove_prefix(end == rest.npos ? rest.size() : end + lineEnd.size());
+    }
+    for (VbaModule& module : project.modules) {
+        const std::string_view name(reinterpret_cast<const char*>(module.storedName.data()),
+                                    module.storedName.size());
+        module.isOrdinaryClass = module.isClass && classes.contains(name);
+    }
 }
 
 } // namespace relvane::access
