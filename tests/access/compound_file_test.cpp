@@ -6,13 +6,13 @@
 
 #include <gtest/gtest.h>
 
-#include "compound_file_builder.h"
 #include "platform/runtime_error.h"
+#include "support/compound_file_builder.h"
 
 namespace relvane::access {
 namespace {
 
-using test::CompoundFileBuilder;
+using relvane::test::CompoundFileBuilder;
 
 Bytes filled(std::size_t length, std::uint8_t seed) {
     Bytes bytes(length);

@@ -179,6 +179,9 @@ ModuleText ModuleSource::readText(const ModuleDocument& document) const {
         throw problem(title, u"読み取れるソースがファイルにありません");
     }
     const Bytes stored = withoutFilling(decompressVba(std::span(stream).subspan(*place), title, sourcePart));
+    if (std::ranges::find(stored, 0) != stored.end()) { // a part that the file has lost reads as zeros
+        throw problem(title, u"ソースの一部がファイルにありません");
+    }
     const int codePage = isKnownCodePage(project_.codePage) ? project_.codePage : file_->header().codePage;
     return {module->isClass ? ModuleKind::Class : ModuleKind::Standard, decode(stored, codePage)};
 }

@@ -8,7 +8,7 @@
 #include "platform/text.h"
 #include "platform/value.h"
 
-namespace relvane::access::test {
+namespace relvane::test {
 
 class CompoundFileBuilder {
 public:
@@ -213,4 +213,4 @@ private:
     std::uint32_t directory_ = 0, miniTable_ = 0;
 };
 
-} // namespace relvane::access::test
+} // namespace relvane::test

@@ -1,0 +1,511 @@
+// The stores of newer files on databases of the builder, which has their tables as any other: the whole project in either
+// of them, and what is said of one that is damaged, incomplete or hostile.
+
+#include <gtest/gtest.h>
+
+#include "access/access_store.h"
+#include "access/design_source.h"
+#include "access/module_source.h"
+#include "access/target_application.h"
+#include "platform/codepage.h"
+#include "sample_builder/byte_writer.h"
+#include "sample_builder/database_writer.h"
+#include "sample_builder/vba_compressor.h"
+#include "support/compound_file_builder.h"
+#include "support/samples.h"
+
+namespace relvane::samples {
+namespace {
+
+using access::AccessStore;
+using access::ModuleDocument;
+using access::ModuleKind;
+using access::ModuleOwner;
+using access::ModuleSource;
+using access::StoreTable;
+
+// ---- A project as newer versions keep it
+
+struct Module {
+    Text name;
+    std::string word; // in the stream PROJECT
+    std::string source;
+};
+
+const std::vector<Module> fewModules = {{u"標準", "Module", "Option Explicit\r\nSub Go()\r\nEnd Sub\r\n"},
+                                        {u"型", "Class", "Option Explicit\r\n"},
+                                        {u"Form_受注", "DocClass", "Sub 閉じる_Click()\r\nEnd Sub\r\n"},
+                                        {u"Report_一覧", "DocClass", "' 一覧\r\n"},
+                                        {u"Form_名前だけ", "Class", "' no form's\r\n"}};
+
+std::string stored(TextView text) {
+    return encode(text, japaneseCodePage);
+}
+
+std::string utf8Stored(const std::string& text) {
+    return stored(fromUtf8(text));
+}
+
+Text streamName(std::size_t index) {
+    return Text(27, u'Q') + static_cast<char16_t>(u'A' + index);
+}
+
+void record(ByteWriter& out, unsigned id, std::string_view data) {
+    out.u16(id);
+    out.u32(data.size());
+    out.text(data);
+}
+
+std::string utf16(TextView text) {
+    std::string bytes;
+    for (const char16_t unit : text) {
+        bytes += static_cast<char>(unit & 0xFF);
+        bytes += static_cast<char>(unit >> 8);
+    }
+    return bytes;
+}
+
+constexpr std::string_view compiledCode = "\x01\x16\x03 compiled code";
+
+Bytes directoryOf(const std::vector<Module>& modules) {
+    ByteWriter out;
+    record(out, 0x03, std::string("\xA4\x03", 2));
+    for (std::size_t i = 0; i < modules.size(); ++i) {
+        record(out, 0x19, stored(modules[i].name));
+        record(out, 0x47, utf16(modules[i].name));
+        record(out, 0x1A, toUtf8(streamName(i)));
+        record(out, 0x32, utf16(streamName(i)));
+        record(out, 0x31, std::string{static_cast<char>(compiledCode.size()), 0, 0, 0});
+        record(out, modules[i].word == "Module" ? 0x21 : 0x22, {});
+        record(out, 0x2B, {});
+    }
+    record(out, 0x10, {});
+    return compressVba({reinterpret_cast<const char*>(out.data().data()), out.size()});
+}
+
+Bytes moduleStream(const Module& module) {
+    const Bytes text =
+        compressVba("Attribute VB_Name = \"" + stored(module.name) + "\"\r\n" + utf8Stored(module.source));
+    Bytes stream(compiledCode.begin(), compiledCode.end());
+    stream.insert(stream.end(), text.begin(), text.end());
+    return stream;
+}
+
+Bytes projectText(const std::vector<Module>& modules) {
+    std::string text = "ID=\"{00000000-0000-0000-0000-000000000000}\"\r\n";
+    for (const Module& module : modules) {
+        text += module.word + '=' + stored(module.name) +
+                (module.word == "DocClass" ? "/&H00000000\r\n" : "\r\n");
+    }
+    // Locked for viewing, with a password.
+    text += "Name=\"P\"\r\nCMG=\"4B49AD64FC68FC68FC68FC68\"\r\nDPB=\"96947031F0373A383A383A\"\r\n\r\n"
+            "[Host Extender Info]\r\nClass=" +
+            stored(u"Form_受注") + "\r\n";
+    return {text.begin(), text.end()};
+}
+
+using Streams = std::vector<std::pair<Text, Bytes>>; // by path
+
+Bytes* find(Streams& streams, TextView path) {
+    const auto found = std::ranges::find(streams, path, &std::pair<Text, Bytes>::first);
+    return found == streams.end() ? nullptr : &found->second;
+}
+
+const Text streamFolder = u"VBA/VBAProject/VBA/";
+
+Streams projectStreams(const std::vector<Module>& modules = fewModules) {
+    Streams streams{{streamFolder + u"dir", directoryOf(modules)},
+                    {u"VBA/VBAProject/PROJECT", projectText(modules)}};
+    for (std::size_t i = 0; i < modules.size(); ++i) {
+        streams.emplace_back(streamFolder + streamName(i), moduleStream(modules[i]));
+    }
+    return streams;
+}
+
+// ---- The two tables
+
+TableSpec storageTable(const Streams& streams) {
+    TableSpec table{.name = u"MSysAccessStorage", .flags = systemFlag};
+    table.columns = {{.name = u"Id", .type = ColumnType::Long},
+                     {.name = u"ParentId", .type = ColumnType::Long},
+                     {.name = u"Name", .size = 128},
+                     {.name = u"Type", .type = ColumnType::Long},
+                     {.name = u"Lv", .type = ColumnType::Ole}};
+    std::int64_t last = 2;
+    table.rows = {
+        RowSpec{std::int64_t{1}, std::int64_t{1}, Text(u"MSysAccessStorage_ROOT"), std::int64_t{1}},
+        RowSpec{std::int64_t{2}, std::int64_t{2}, Text(u"MSysAccessStorage_SCRATCH"), std::int64_t{1}}};
+    std::map<Text, std::int64_t> storages{{Text(), 1}};
+    for (const auto& [path, content] : streams) {
+        std::int64_t storage = 1;
+        for (std::size_t end = path.find(u'/'), start = 0; end != Text::npos; end = path.find(u'/', start)) {
+            const auto [place, isNew] = storages.try_emplace(path.substr(0, end), last + 1);
+            if (isNew) {
+                table.rows.push_back(
+                    RowSpec{++last, storage, path.substr(start, end - start), std::int64_t{1}});
+            }
+            storage = place->second;
+            start = end + 1;
+        }
+        table.rows.push_back(
+            RowSpec{++last, storage, path.substr(path.rfind(u'/') + 1), std::int64_t{2}, content});
+    }
+    return table;
+}
+
+constexpr std::size_t pieceSize = 241;
+
+Bytes compoundFile(const Streams& streams) {
+    test::CompoundFileBuilder builder;
+    for (const auto& [path, content] : streams) {
+        builder.stream(path, content);
+    }
+    return builder.bytes();
+}
+
+TableSpec objectsTable(const Bytes& file) {
+    TableSpec table{.name = u"MSysAccessObjects", .flags = systemFlag};
+    table.columns = {
+        {.name = u"Data", .type = ColumnType::Binary, .size = pieceSize, .place = ColumnPlace::Fixed},
+        {.name = u"ID", .type = ColumnType::Long}};
+    Bytes head(pieceSize);
+    head[0] = 5;
+    putAt(head, 4, file.size(), 4);
+    table.rows.push_back(RowSpec{head, std::int64_t{0}});
+    for (std::size_t at = 0; at < file.size(); at += pieceSize) {
+        Bytes piece(file.begin() + static_cast<std::ptrdiff_t>(at),
+                    file.begin() + static_cast<std::ptrdiff_t>(std::min(at + pieceSize, file.size())));
+        piece.resize(pieceSize);
+        table.rows.push_back(RowSpec{piece, static_cast<std::int64_t>(at / pieceSize + 1)});
+    }
+    return table;
+}
+
+// The objects of fewModules in the catalogue, without anything of Access 97 beside.
+DatabaseSpec databaseWith(std::vector<TableSpec> tables) {
+    DatabaseSpec spec;
+    spec.tables = std::move(tables);
+    spec.forms = {{.name = u"受注"}, {.name = u"名前だけ"}, {.name = u"空"}};
+    spec.reports = {{.name = u"一覧"}};
+    for (const TextView name : {u"標準", u"型"}) {
+        spec.otherObjects.push_back({.name = Text(name), .type = static_cast<int>(ObjectType::Module)});
+    }
+    return spec;
+}
+
+using FilePointer = std::shared_ptr<const jet::JetFile>;
+
+FilePointer fileOf(const DatabaseSpec& spec) {
+    return std::make_shared<const jet::JetFile>(jet::makeMemorySource(databaseBytes(spec)));
+}
+FilePointer fileOf(TableSpec table) {
+    return fileOf(databaseWith({std::move(table)}));
+}
+
+const std::pair<const char*, TableSpec (*)(const Streams&)> bothTables[] = {
+    {"MSysAccessStorage", storageTable},
+    {"MSysAccessObjects", [](const Streams& streams) { return objectsTable(compoundFile(streams)); }}};
+
+std::vector<Text> titlesOf(const ModuleSource& source) {
+    std::vector<Text> titles;
+    for (const ModuleDocument& document : source.modules()) {
+        titles.push_back(document.title());
+    }
+    return titles;
+}
+
+// The lines; what is said when they cannot be read.
+Text textOf(const ModuleSource& source, ModuleOwner owner, TextView name) {
+    const ModuleDocument* document = source.find(owner, name);
+    if (document == nullptr) {
+        return u"not listed";
+    }
+    try {
+        return source.text(*document).text();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), 3049);
+        EXPECT_NE(error.description().find(document->title()), Text::npos) << error.what();
+        return error.description();
+    }
+}
+
+void expectWhole(const ModuleSource& source) {
+    EXPECT_EQ(titlesOf(source), (std::vector<Text>{u"フォーム \"受注\"", u"レポート \"一覧\"",
+                                                   u"モジュール \"型\"", u"モジュール \"標準\""}));
+    EXPECT_EQ(textOf(source, ModuleOwner::Form, u"受注"), u"Sub 閉じる_Click()\r\nEnd Sub\r\n");
+    EXPECT_EQ(textOf(source, ModuleOwner::Report, u"一覧"), u"' 一覧\r\n");
+    EXPECT_EQ(textOf(source, ModuleOwner::Module, u"標準"), u"Option Explicit\r\nSub Go()\r\nEnd Sub\r\n");
+    EXPECT_EQ(textOf(source, ModuleOwner::Module, u"型"), u"Option Explicit\r\n");
+}
+
+constexpr TextView noProject = u"プロジェクトがありません",
+                   noSource = u"読み取れるソースがファイルにありません";
+
+bool has(const Text& text, TextView part) {
+    return text.find(part) != Text::npos;
+}
+
+TEST(Stores, EachTableGivesTheWholeProjectThoughItIsLocked) {
+    for (const auto& [name, table] : bothTables) {
+        SCOPED_TRACE(name);
+        const ModuleSource source(fileOf(table(projectStreams())));
+        expectWhole(source);
+        EXPECT_EQ(source.text(*source.find(ModuleOwner::Module, u"標準")).kind(), ModuleKind::Standard);
+        EXPECT_EQ(source.text(*source.find(ModuleOwner::Module, u"型")).kind(), ModuleKind::Class);
+        EXPECT_EQ(source.text(*source.find(ModuleOwner::Form, u"受注")).kind(), ModuleKind::Class);
+    }
+}
+
+TEST(Stores, StoragesGiveTheirStreamsAndObjects) {
+    Streams streams = projectStreams();
+    // 4 zeros, then for each object a 4, the length, the name and the number.
+    const std::string list = std::string(4, '\0') + "\x04\x08" + utf16(u"受注") +
+                             std::string("\x07\0\0\0", 4) + "\x04\x06" + utf16(u"x") +
+                             std::string("\x00\x01\0\0", 4);
+    streams.emplace_back(u"Forms/\u0003DirData", Bytes(list.begin(), list.end()));
+    streams.emplace_back(u"Forms/7/Blob", Bytes(5000, 7));
+    streams.emplace_back(u"Forms/7/TypeInfo", Bytes());
+    for (const auto& [name, table] : bothTables) {
+        SCOPED_TRACE(name);
+        const FilePointer file = fileOf(table(streams));
+        const bool isRows = file->findTable(u"MSysAccessStorage") != nullptr;
+        EXPECT_FALSE(
+            AccessStore::open(*file, isRows ? StoreTable::MSysAccessObjects : StoreTable::MSysAccessStorage));
+        const AccessStore store =
+            AccessStore::open(*file, isRows ? StoreTable::MSysAccessStorage : StoreTable::MSysAccessObjects)
+                .value();
+        EXPECT_EQ(store.children({}).size(), 2u);
+        EXPECT_EQ(store.children(u"FORMS").size(), 2u);
+        EXPECT_EQ(store.stream(u"Forms/7/blob"), Bytes(5000, 7));
+        EXPECT_EQ(store.stream(u"Forms/7/TypeInfo"), Bytes());
+        EXPECT_FALSE(store.stream(u"Forms/7"));
+        const auto objects = store.objects(u"Forms");
+        ASSERT_EQ(objects.size(), 2u);
+        EXPECT_EQ(objects[0].name, u"受注");
+        EXPECT_EQ(objects[0].path, u"Forms/7");
+        EXPECT_EQ(objects[1].path, u"Forms/256");
+        EXPECT_TRUE(store.objects(u"Reports").empty());
+    }
+}
+
+TEST(Stores, AListOfObjectsThatIsCutOffIsDamage) {
+    const std::string whole =
+        std::string(4, '\0') + "\x04\x08" + utf16(u"受注") + std::string("\x07\0\0\0", 4);
+    for (std::size_t length = 1; length <= whole.size(); ++length) {
+        const FilePointer file = fileOf(
+            storageTable({{u"Forms/\u0003DirData",
+                           Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length))}}));
+        const AccessStore store = AccessStore::open(*file, StoreTable::MSysAccessStorage).value();
+        EXPECT_EQ(skipErrors([&] { store.objects(u"Forms"); }),
+                  length == 4 || length == whole.size() ? 0 : 3049)
+            << length;
+    }
+}
+
+TEST(Stores, AModuleWithoutItsStreamIsNamedAndTheOthersAreRead) {
+    for (const auto& [name, table] : bothTables) {
+        SCOPED_TRACE(name);
+        Streams streams = projectStreams();
+        std::erase_if(streams,
+                      [](const auto& stream) { return stream.first == streamFolder + streamName(0); });
+        const ModuleSource source(fileOf(table(streams)));
+        EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), noSource));
+        EXPECT_EQ(textOf(source, ModuleOwner::Module, u"型"), u"Option Explicit\r\n");
+    }
+}
+
+TEST(Stores, WhereOnlyTheCompiledCodeIsLeftEachModuleSaysSo) {
+    for (const auto& [name, table] : bothTables) {
+        SCOPED_TRACE(name);
+        Streams streams = projectStreams();
+        for (auto& [path, content] : streams) {
+            if (path.starts_with(streamFolder + u"Q")) {
+                content.assign(compiledCode.begin(), compiledCode.end());
+            }
+        }
+        const ModuleSource source(fileOf(table(streams)));
+        ASSERT_EQ(source.modules().size(), 4u);
+        for (const ModuleDocument& document : source.modules()) {
+            EXPECT_TRUE(has(textOf(source, document.owner, document.name), noSource));
+        }
+    }
+}
+
+TEST(Stores, AModuleThatTheProjectDoesNotHaveIsNamed) {
+    const std::vector<Module> others(fewModules.begin() + 1, fewModules.end());
+    const ModuleSource source(fileOf(storageTable(projectStreams(others))));
+    EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), u"プロジェクトにありません"));
+    EXPECT_EQ(textOf(source, ModuleOwner::Module, u"型"), u"Option Explicit\r\n");
+}
+
+TEST(Stores, WithoutAProjectEachModuleIsNamed) {
+    for (const auto& [name, table] : bothTables) {
+        SCOPED_TRACE(name);
+        const ModuleSource source(fileOf(table({{u"VBA/AcessVBAData", Bytes(12)}})));
+        EXPECT_EQ(source.modules().size(), 2u); // only the project tells which forms have code
+        EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), noProject));
+    }
+    const ModuleSource none(fileOf(databaseWith({})));
+    EXPECT_TRUE(has(textOf(none, ModuleOwner::Module, u"標準"), noProject));
+}
+
+TEST(Stores, ADamagedDirectoryOfTheProjectIsNamedByEachModule) {
+    for (const auto& [name, table] : bothTables) {
+        SCOPED_TRACE(name);
+        Streams streams = projectStreams();
+        find(streams, streamFolder + u"dir")->resize(20);
+        const ModuleSource source(fileOf(table(streams)));
+        EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), u"VBA のプロジェクトの"));
+    }
+}
+
+TEST(Stores, WithoutTheListOfKindsEveryClassOfThatNameIsTheForms) {
+    Streams streams = projectStreams();
+    std::erase_if(streams, [](const auto& stream) { return stream.first == u"VBA/VBAProject/PROJECT"; });
+    const ModuleSource source(fileOf(storageTable(streams)));
+    EXPECT_EQ(textOf(source, ModuleOwner::Form, u"受注"), u"Sub 閉じる_Click()\r\nEnd Sub\r\n");
+    EXPECT_EQ(textOf(source, ModuleOwner::Form, u"名前だけ"), u"' no form's\r\n");
+    EXPECT_EQ(textOf(source, ModuleOwner::Form, u"空"), u"not listed");
+}
+
+TEST(Stores, TheTableWithRowsGoesBeforeTheOneWithPieces) {
+    std::vector<Module> older = fewModules;
+    older[1].source = "' older\r\n";
+    const TableSpec pieces = objectsTable(compoundFile(projectStreams(older)));
+    expectWhole(ModuleSource(fileOf(databaseWith({pieces, storageTable(projectStreams())}))));
+    const ModuleSource other(
+        fileOf(databaseWith({pieces, storageTable({{u"VBA/AcessVBAData", Bytes(12)}})})));
+    EXPECT_EQ(textOf(other, ModuleOwner::Module, u"型"), u"' older\r\n");
+}
+
+TEST(Stores, TheTableOfAccess97GoesBeforeBoth) {
+    DatabaseSpec spec;
+    spec.tables = {storageTable(projectStreams())};
+    spec.modules = {{.name = u"標準", .module = ModuleSpec{.source = u"' of Access 97\r\n"}}};
+    const ModuleSource source(fileOf(spec));
+    EXPECT_EQ(textOf(source, ModuleOwner::Module, u"標準"), u"' of Access 97\r\n");
+}
+
+// ---- Pieces
+
+TEST(StorePieces, RowsOfUnusedBytesMayBeMissing) {
+    Streams streams = projectStreams();
+    streams.emplace_back(u"Forms/0/Blob", Bytes(4700, 1)); // 420 bytes of its last sector are not used
+    Bytes file = compoundFile(streams);
+    TableSpec table = objectsTable(file);
+    table.rows.pop_back();
+    std::swap(table.rows[1], table.rows[5]); // the order of the rows means nothing
+    expectWhole(ModuleSource(fileOf(table)));
+    const FilePointer opened = fileOf(table);
+    const AccessStore store = AccessStore::open(*opened, StoreTable::MSysAccessObjects).value();
+    EXPECT_EQ(store.stream(u"Forms/0/Blob"), Bytes(4700, 1));
+}
+
+// Nothing in a file tells that the bytes of a row are gone but that what is made of them does not fit.
+TEST(StorePieces, AnyRowMayBeMissingAndEachModuleIsReadOrNamed) {
+    std::vector<Module> modules = fewModules;
+    for (int line = 0; line < 200; ++line) {
+        modules[0].source += "    Debug.Print " + std::to_string(line * line % 977) + "\r\n";
+    }
+    const TableSpec whole = objectsTable(compoundFile(projectStreams(modules)));
+    std::size_t read = 0, named = 0, parts = 0;
+    for (std::size_t missing = 0; missing < whole.rows.size(); ++missing) {
+        TableSpec table = whole;
+        table.rows.erase(table.rows.begin() + static_cast<std::ptrdiff_t>(missing));
+        const ModuleSource source(fileOf(table));
+        for (const ModuleDocument& document : source.modules()) {
+            const Text text = textOf(source, document.owner, document.name); // checks what is said
+            ++(has(text, document.title()) ? named : read);
+            parts += has(text, u"ソースの一部がファイルにありません") ? 1 : 0;
+        }
+    }
+    EXPECT_GT(read, named);
+    EXPECT_GT(named, parts);
+    EXPECT_GT(parts, 0u);
+}
+
+TEST(StorePieces, ALengthThatIsShortOfTheLastSectorLosesNothing) {
+    const Bytes file = compoundFile(projectStreams());
+    TableSpec table = objectsTable(file);
+    Bytes head = std::get<Bytes>(table.rows[0].values[0]);
+    for (const std::size_t length : {file.size() - 512, std::size_t{0}, file.size() + 512}) {
+        putAt(head, 4, length, 4);
+        table.rows[0].values[0] = head;
+        expectWhole(ModuleSource(fileOf(table)));
+    }
+}
+
+TEST(StorePieces, LengthsAndNumbersBeyondTheFileTakeNoRoom) {
+    TableSpec table = objectsTable(compoundFile(projectStreams()));
+    Bytes head = std::get<Bytes>(table.rows[0].values[0]);
+    putAt(head, 4, 0xFFFFFFFF, 4);
+    table.rows[0].values[0] = head;
+    for (const std::int64_t id : {0x7FFFFFFFL, -1L, -0x80000000L, 100000L}) {
+        table.rows.push_back(RowSpec{Bytes(pieceSize, 9), id});
+    }
+    expectWhole(ModuleSource(fileOf(table)));
+}
+
+TEST(StorePieces, WhatIsNoCompoundFileIsNamed) {
+    const ModuleSource source(fileOf(objectsTable(Bytes(2000, 5))));
+    EXPECT_TRUE(
+        has(textOf(source, ModuleOwner::Module, u"標準"), u"MSysAccessObjects の複合ファイルの 0 バイト目"));
+    TableSpec empty = objectsTable({});
+    empty.rows.clear();
+    EXPECT_TRUE(has(textOf(ModuleSource(fileOf(empty)), ModuleOwner::Module, u"標準"), noProject));
+}
+
+// ---- Rows
+
+TEST(StoreRows, StoragesThatLieInEachOtherAreNotReached) {
+    TableSpec table = storageTable(projectStreams());
+    const auto row = [&](std::int64_t id, std::int64_t storage, TextView name, std::int64_t type) {
+        table.rows.push_back(RowSpec{id, storage, Text(name), type});
+    };
+    row(900, 901, u"a", 1);
+    row(901, 900, u"b", 1);
+    row(902, 902, u"c", 1); // a root of its own
+    row(1, 900, u"d", 1);   // the root again
+    row(903, 1, u"VBA", 1); // a name that is taken
+    row(904, 1, u"none", 3);
+    table.rows.push_back(RowSpec{std::int64_t{905}, std::int64_t{1}}); // without a name
+    const FilePointer file = fileOf(table);
+    expectWhole(ModuleSource(file));
+    const AccessStore store = AccessStore::open(*file, StoreTable::MSysAccessStorage).value();
+    EXPECT_EQ(store.children({}).size(), 1u);
+    EXPECT_FALSE(store.stream(u"a/b/a/b"));
+}
+
+TEST(StoreRows, AnyRowMayBeMissingAndNothingWrongIsRead) {
+    const TableSpec whole = storageTable(projectStreams());
+    for (std::size_t missing = 0; missing < whole.rows.size(); ++missing) {
+        TableSpec table = whole;
+        table.rows.erase(table.rows.begin() + static_cast<std::ptrdiff_t>(missing));
+        const ModuleSource source(fileOf(table));
+        EXPECT_GE(source.modules().size(), 2u);
+        for (const ModuleDocument& document : source.modules()) {
+            const Text text = textOf(source, document.owner, document.name);
+            EXPECT_TRUE(has(text, document.title()) || has(text, u"Option") || has(text, u"Sub 閉じる") ||
+                        has(text, u"' "))
+                << missing << " " << toUtf8(text);
+        }
+    }
+}
+
+// ---- Through the application
+
+TEST(StoresInTheApplication, ModulesOpenAndFormsKnowOfTheirs) {
+    const test::TemporaryFolder folder;
+    writeDatabase(databaseWith({storageTable(projectStreams())}), folder / "a.mdb");
+    const auto application = access::newTargetApplication();
+    application->OpenCurrentDatabase(fromUtf8((folder / "a.mdb").native()), false);
+    application->DoCmd().OpenModule(u"標準");
+    const access::Module& module = application->Modules(u"標準");
+    EXPECT_EQ(module.CountOfLines(), 3);
+    EXPECT_EQ(module.Type(), 0);
+    application->DoCmd().OpenModule(u"型");
+    EXPECT_EQ(application->Modules(u"型").Type(), 1);
+}
+
+} // namespace
+} // namespace relvane::samples
