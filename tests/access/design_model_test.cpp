@@ -223,6 +223,24 @@ TEST(DesignModel, WhatFollowsFromOtherProperties) {
     EXPECT_EQ(skipErrors([&] { control(*form, u"T")(u"OverlapFlags"); }), 438);
 }
 
+TEST(DesignModel, ListsAnswerForTheirSourceObjectWithTheirRowSource) {
+    StreamBytes bytes = form97();
+    bytes.hex("fe 98 00 60 64 00 ff 03 00");
+    bytes.hex("6f 00").property(0xdc, "C").property(0xdf, "Customers").hex("fd");
+    bytes.hex("6e 00").property(0xdc, "L").property(0xdf, "'Customers';'Orders'").hex("fd");
+    bytes.hex("6e 00").property(0xdc, "E").hex("fd");
+    const auto form = openForm(designOf(bytes), u"F", {});
+    EXPECT_EQ(control(*form, u"C")(u"SourceObject"), text(u"Customers"));
+    EXPECT_EQ(control(*form, u"L")(u"SourceObject"), text(u"'Customers';'Orders'"));
+    EXPECT_EQ(control(*form, u"E")(u"SourceObject"), none);
+    for (const auto& list : form->Controls()) {
+        for (int i = 0; i < list->Properties().Count(); ++i) {
+            EXPECT_NE(list->Properties().Item(i).Name, u"SourceObject") << "it has no place";
+        }
+    }
+    EXPECT_EQ(skipErrors([&] { control(*sampleForm(), u"T")(u"SourceObject"); }), 438);
+}
+
 // What the analyses read, of objects that store nothing but their type.
 struct Reading {
     DesignType type;

@@ -47,6 +47,10 @@ Value minMaxButtons(const DesignObject& object) {
     return std::int64_t{toBoolean(object[u"MinButton"]) ? 1 : 0} + (toBoolean(object[u"MaxButton"]) ? 2 : 0);
 }
 
+Value rowSource(const DesignObject& object) {
+    return toText(object[u"RowSource"]);
+}
+
 Value alwaysTrue(const DesignObject&) {
     return true;
 }
@@ -77,6 +81,9 @@ constexpr Computed ofControls[] = {{u"EventProcPrefix", eventProcPrefix},
                                    {u"InSelection", alwaysFalse}};
 // Where a design keeps none of its own: page breaks cannot be hidden in Access 97.
 constexpr Computed unlessStored[] = {{u"Visible", alwaysTrue}};
+// Where a list takes its rows from, under the name that a subform has for its source: who asks every control that shows
+// other objects for its source needs not know which of them it is.
+constexpr Computed ofLists[] = {{u"SourceObject", rowSource}};
 // Nothing is known of a control of an unknown type, but that it has these.
 constexpr Computed ofUnknownControls[] = {
     {u"Left", zero}, {u"Top", zero}, {u"Width", zero}, {u"Height", zero}};
@@ -165,6 +172,9 @@ void ModelClass::addComputed(DesignType type) {
         compute(ofControls);
         if (type == DesignType::Page) {
             addComputed(u"Caption", captionOfPage);
+        }
+        if (type == DesignType::ComboBox || type == DesignType::ListBox) {
+            compute(ofLists);
         }
         if (stores(u"FontWeight")) {
             addComputed(u"FontBold", fontBold);
