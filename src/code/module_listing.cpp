@@ -1,6 +1,5 @@
 #include "code/module_listing.h"
 
-#include "code/line_rules.h"
 #include "code/module_walk.h"
 #include "core/error_report.h"
 #include "output/report_show.h"
@@ -36,21 +35,10 @@ void cmdModule_Click(AnalysisContext& context) {
 
 void ListModuleLines(AnalysisContext& context) {
     ScanState& scan = context.Scan;
-    const access::Module& module = need(scan.CurModule);
     const Text objectName = sourceObjectName(context);
     Recordset& row = need(context.WorkRs1);
     scan.ProcLineNo = 0;
-    const std::int32_t lines = module.CountOfLines();
-    for (scan.LineIndex = 1; scan.LineIndex <= lines; ++scan.LineIndex) {
-        const TextView procedure = module.ProcOfLine(scan.LineIndex, scan.CurProcKind);
-        if (procedure != scan.CurProcName) {
-            increment(scan.ProcNo);
-        }
-        scan.CurProcName = procedure;
-        const TextView line = module.Lines(scan.LineIndex, 1);
-        if (isBlankLine(line) || isOptionLine(line)) {
-            continue;
-        }
+    forEachStatement(context, [&](TextView line) {
         ++scan.ProcLineNo;
         row.AddNew();
         row.Collect(u"Label", scan.CurObjectKind);
@@ -62,7 +50,7 @@ void ListModuleLines(AnalysisContext& context) {
         row.Collect(u"Procedure", Text(line));
         row.Update();
         scan.CodeLine.clear();
-    }
+    });
 }
 
 } // namespace relvane

@@ -1,5 +1,6 @@
 #include "code/module_walk.h"
 
+#include "code/line_rules.h"
 #include "core/progress_gauge.h"
 #include "objects/object_text.h"
 
@@ -7,12 +8,6 @@ namespace relvane {
 namespace {
 
 constexpr std::int64_t nameLength = 150;
-
-const SourceKind sourceKinds[] = {
-    {1, u"Form", u"1", u"フォームモジュール情報　取得中", &formKind},
-    {2, u"Report", u"2", u"レポートモジュール情報　取得中", &reportKind},
-    {3, u"Module", u"3", u"モジュール情報　取得中", nullptr},
-};
 
 // The state points to a module only while a scanner reads it.
 class CurrentModule {
@@ -41,25 +36,42 @@ void scanDesigns(AnalysisContext& context, const SourceKind& kind, std::int32_t 
 void scanModules(AnalysisContext& context, const SourceKind& kind, std::int32_t total,
                  const std::function<void(const access::Module&)>& scan) {
     ProgressGauge& gauge = context.frmRelvane.gauge;
-    context.CurContainer = &need(context.TargetDb).Containers().Item(u"Modules");
+    context.CurContainer = &need(context.TargetDb).Containers().Item(kind.container());
     for (const auto& document : context.CurContainer->Documents()) {
         context.CurDocument = document.get();
         const Text name = document->Name();
         showMessage(gauge, Text(kind.message) + u"　(" + name + u")");
-        access::Application& application = need(context.TargetApp);
-        application.DoCmd().OpenModule(name);
-        application.DoCmd().Minimize();
-        scan(application.Modules(name));
-        application.DoCmd().Close(access::acModule, name, access::acSaveNo);
+        withModule(context, name, scan);
         SetGauge(gauge, percentOf(context.ObjectNo, total));
     }
 }
 
 } // namespace
 
+// clang-format off
+const std::array<SourceKind, 3> sourceKinds{{
+    {1, u"Form",   u"1", u"フォームモジュール情報　取得中", u"ﾌｫｰﾑﾓｼﾞｭｰﾙ情報　取得中",  &formKind},
+    {2, u"Report", u"2", u"レポートモジュール情報　取得中", u"ﾚﾎﾟｰﾄﾓｼﾞｭｰﾙ情報　取得中", &reportKind},
+    {3, u"Module", u"3", u"モジュール情報　取得中",         u"ﾓｼﾞｭｰﾙ情報　取得中",      nullptr},
+}};
+// clang-format on
+
+void withModule(AnalysisContext& context, const Text& name,
+                const std::function<void(const access::Module&)>& read) {
+    access::Application& application = need(context.TargetApp);
+    application.DoCmd().OpenModule(name);
+    application.DoCmd().Minimize();
+    read(application.Modules(name));
+    application.DoCmd().Close(access::acModule, name, access::acSaveNo);
+}
+
 void scanModule(AnalysisContext& context, const access::Module& module, const std::function<void()>& scan) {
-    const CurrentModule current(context, module);
     increment(context.ObjectNo);
+    readModule(context, module, scan);
+}
+
+void readModule(AnalysisContext& context, const access::Module& module, const std::function<void()>& scan) {
+    const CurrentModule current(context, module);
     context.Scan.ModuleLineCount = module.CountOfLines();
     context.Scan.DeclLineCount = module.CountOfDeclarationLines();
     scan();
@@ -82,6 +94,23 @@ void walkSources(AnalysisContext& context, std::int16_t option,
             scanDesigns(context, kind, total, scanOne);
         } else {
             scanModules(context, kind, total, scanOne);
+        }
+    }
+}
+
+void forEachStatement(AnalysisContext& context, const std::function<void(TextView line)>& take) {
+    ScanState& scan = context.Scan;
+    const access::Module& module = need(scan.CurModule);
+    const std::int32_t lines = module.CountOfLines();
+    for (scan.LineIndex = 1; scan.LineIndex <= lines; ++scan.LineIndex) {
+        const TextView procedure = module.ProcOfLine(scan.LineIndex, scan.CurProcKind);
+        if (procedure != scan.CurProcName) {
+            increment(scan.ProcNo);
+            scan.CurProcName = procedure;
+        }
+        const TextView line = module.Lines(scan.LineIndex, 1);
+        if (!isBlankLine(line) && !isOptionLine(line)) {
+            take(line);
         }
     }
 }

@@ -2,6 +2,7 @@
 // without saving. A scanner works on the shared state (AnalysisContext::Scan) and takes nothing else.
 #pragma once
 
+#include <array>
 #include <functional>
 
 #include "objects/design_walk.h"
@@ -12,9 +13,15 @@ struct SourceKind {
     std::int16_t option; // the choice of a panel that takes this kind alone
     TextView word;       // CurObjectKind
     TextView digit;      // what the module listing keeps there instead
-    TextView message;
+    TextView message,
+        supportMessage;       // of the panels, with the object's name behind it; of the developer support
     const DesignKind* design; // nullptr: a module, which has a window of its own
+
+    TextView container() const { return design == nullptr ? u"Modules" : design->container; }
 };
+
+// Forms, reports and modules, in the order in which all walks take them.
+extern const std::array<SourceKind, 3> sourceKinds;
 
 inline constexpr std::int16_t everyKind = 4; // the choice of all three
 
@@ -24,8 +31,20 @@ inline constexpr std::int16_t everyKind = 4; // the choice of all three
 void walkSources(AnalysisContext& context, std::int16_t option,
                  const std::function<void(const SourceKind& kind)>& scan);
 
-// Makes a module the one being read, counts it, and scans it. While `scan` runs, and no longer, it is CurModule.
+// Opens the module of that name, shows it to `read`, and closes it without saving. After an error it stays open.
+void withModule(AnalysisContext& context, const Text& name,
+                const std::function<void(const access::Module& module)>& read);
+
+// Makes a module the one being read, and scans it. While `scan` runs, and no longer, it is CurModule; its numbers of
+// lines stay.
+void readModule(AnalysisContext& context, const access::Module& module, const std::function<void()>& scan);
+
+// The same, the object counted.
 void scanModule(AnalysisContext& context, const access::Module& module, const std::function<void()>& scan);
+
+// Each line of the module being read but blank ones and Option statements. Its procedure becomes the current one, and
+// takes a number where it is another than that of the line before. `take` may move LineIndex on.
+void forEachStatement(AnalysisContext& context, const std::function<void(TextView line)>& take);
 
 // The name of the object in hand as the lists keep it.
 Text sourceObjectName(const AnalysisContext& context);

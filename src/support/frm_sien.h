@@ -9,6 +9,8 @@
 
 namespace relvane {
 
+class NameMatcher;
+
 // What the analyses of this window keep as long as the program runs. Nothing here is cleared unless an analysis says so:
 // what a row does not set keeps the value of the row before.
 struct SupportState {
@@ -17,6 +19,7 @@ struct SupportState {
     // The procedures of the modules and the module of each, in the order of the source.
     std::vector<Text> UserProcNames, UserProcModules;
     std::int16_t UserProcCount = 0;
+    std::shared_ptr<const NameMatcher> UserProcMatcher; // of these names, or of earlier ones
 
     // The next row of T_RvLinkObject, and of T_RvLinkModule the kind of the calling object.
     Text LinkObjectName;
@@ -77,6 +80,19 @@ public:
     Line linGuage{*this, "linGuage", &Picture1};
     Label lblPer{*this, "lblPer"};
     ProgressGauge gauge{linGuage, lblPer, txtMesege};
+
+    // Opens the frames of which the target has objects. The buttons of the lists of variables open behind their
+    // analysis alone.
+    void openAnalyses();
+
+private:
+    void Form_Load();
+    void FillTableList();
+    void FillFormList();
+    void FillReportList();
+    void closeAnalyses();
+    void optFSelect_Click(int index);
+    void optRSelect_Click(int index);
 };
 
 } // namespace relvane
