@@ -4,9 +4,9 @@ namespace relvane {
 
 FrmRelvane::FrmRelvane() : Form("frmRelvane", Text(programTitle)) {
     // Analyses and windows to come.
-    for (Control* later : std::initializer_list<Control*>{
-             &Frame9, &Frame10, &Frame12, &framMacro, &cmdFmImage, &cboFmImage, &chkCapKbn, &lblCapTime,
-             &txtCapTime, &lblCapSecond, &cmdComment, &cmdCmPre, &m1b, &m1c, &s2, &m6, &m7, &m9, &m5}) {
+    for (Control* later :
+         std::initializer_list<Control*>{&cmdFmImage, &cboFmImage, &chkCapKbn, &lblCapTime, &txtCapTime,
+                                         &lblCapSecond, &m1b, &m1c, &s2, &m6, &m7, &m9, &m5}) {
         later->Visible = false;
     }
     // Their use begins with a selection.

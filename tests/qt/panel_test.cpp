@@ -24,14 +24,26 @@ using namespace relvane::qt;
 
 namespace {
 
-// The panels that have their analysis.
+// The panels with options. The list of comments has none.
 struct PanelRow {
     const char *options, *action, *preview;
     int count, standard;
     std::int16_t AnalysisContext::*option;
     const char* hint;
 };
-enum PanelPlace { Objects, Tables, Queries, Forms, Reports, Counts, Files };
+enum PanelPlace {
+    Objects,
+    Tables,
+    Queries,
+    Forms,
+    Reports,
+    Procedures,
+    Modules,
+    Steps,
+    Macros,
+    Counts,
+    Files
+};
 const PanelRow panelRows[] = {
     {"optObject", "cmdObject", "cmdOPre", 7, 6, &AnalysisContext::OptObject,
      "オブジェクトの情報を印刷します。"},
@@ -39,6 +51,12 @@ const PanelRow panelRows[] = {
     {"optQuery", "cmdQuery", "cmdQPre", 3, 2, &AnalysisContext::OptQuery, "クエリーの情報を印刷します。"},
     {"optForm", "cmdForm", "cmdFPre", 2, 0, &AnalysisContext::OptForm, "フォームの情報を印刷します。"},
     {"optReport", "cmdReport", "cmdRPre", 2, 0, &AnalysisContext::OptReport, "レポートの情報を印刷します。"},
+    {"optProc", "cmdProc", "cmdPPre", 2, 1, &AnalysisContext::OptProc, "プロシージャの一覧を印刷します。"},
+    {"optModule", "cmdModule", "cmdMPre", 4, 2, &AnalysisContext::OptModule,
+     "モジュールリストを印刷します。"},
+    {"optModStep", "cmdModStep", "cmdMsPre", 4, 3, &AnalysisContext::OptModStep,
+     "モジュールのステップ数を印刷します。"},
+    {"optMacro", "cmdMacro", "cmdMCPre", 2, 1, &AnalysisContext::OptMacro, "マクロの一覧を印刷します。"},
     {"optControl", "cmdControl", "cmdCPre", 3, 0, &AnalysisContext::OptControl,
      "コントロール数を印刷します。"},
     {"optFile", "cmdFile", "cmdFlPre", 3, 0, &AnalysisContext::OptFile, "ファイル一覧を印刷します。"},
@@ -53,6 +71,7 @@ const ScopeRow scopeRows[] = {
     {"optQSelect", "cboQuery", "cmdQPre", &AnalysisContext::SelQuery},
     {"optFSelect", "cboForm", "cmdFPre", &AnalysisContext::SelForm},
     {"optRSelect", "cboReport", "cmdRPre", &AnalysisContext::SelReport},
+    {"optMcSelect", "cboMacro", "cmdMCPre", &AnalysisContext::SelMacro},
 };
 
 QByteArray element(const char* array, int index) {
@@ -122,9 +141,16 @@ class PanelTest : public QObject {
         }
         QCOMPARE(list->currentText(), QString::fromUtf8(entry));
     }
-    bool runs(const PanelRow& panel) {
-        click(panel.action);
-        return QTest::qWaitFor([&] { return get<QPushButton>(panel.preview)->isEnabled(); });
+    bool runs(const char* action, const char* preview) {
+        click(action);
+        return QTest::qWaitFor([&] { return get<QPushButton>(preview)->isEnabled(); });
+    }
+    bool runs(const PanelRow& panel) { return runs(panel.action, panel.preview); }
+    // Whether pressing the button analyses, which moves the gauge, or shows the report alone.
+    bool analyses(const char* button) {
+        const RunWatch watch(*program_->window, {get<QWidget>("linGuage")});
+        click(button);
+        return QTest::qWaitFor([this] { return program_->window->isEnabled(); }) && !watch.paints.empty();
     }
     // Drags onto the widget and lets go; true when the window showed that it takes what is dragged.
     bool drop(QWidget* onto, const QList<QUrl>& urls) {
@@ -230,6 +256,30 @@ private slots:
         QVERIFY(get<QPushButton>("cmdTPre")->isEnabled());
     }
 
+    void theKanaBoxesAndTheColumnsAreStoredAndLeaveThePreviewsOpen() {
+        QVERIFY(program_->select());
+        form().cmdPPre.Enabled = form().cmdMPre.Enabled = true;
+        QCOMPARE(int(context().SortProc), 0);
+        QCOMPARE(int(context().SortModule), 0);
+        QCOMPARE(int(context().OptModPrint), 2);
+        for (const int tick : {1, 0}) {
+            click("chkProc50");
+            QCOMPARE(int(context().SortProc), tick);
+            QCOMPARE(int(context().SortModule), 0);
+        }
+        for (const int tick : {1, 0}) {
+            click("chkMod50");
+            QCOMPARE(int(context().SortModule), tick);
+            QCOMPARE(int(context().SortProc), 0);
+        }
+        for (const int column : {0, 1}) {
+            click(element("optMPrint", column).constData());
+            QCOMPARE(int(context().OptModPrint), column + 1);
+        }
+        QVERIFY(get<QPushButton>("cmdPPre")->isEnabled());
+        QVERIFY(get<QPushButton>("cmdMPre")->isEnabled());
+    }
+
     void allTablesAlwaysTicksTheLinkBoxWhateverItStoodAt() {
         QVERIFY(program_->select());
         click("chkLink");
@@ -254,6 +304,9 @@ private slots:
             QVERIFY2(get<QPushButton>(panel.action)->isEnabled(), panel.action);
             QVERIFY2(!get<QPushButton>(panel.preview)->isEnabled(), panel.preview);
         }
+        QVERIFY(get<QPushButton>("cmdComment")->isEnabled());
+        QVERIFY(!get<QPushButton>("cmdCmPre")->isEnabled());
+        QVERIFY(get<QGroupBox>("framMacro")->isEnabled());
         QVERIFY(get<QGroupBox>("framETC")->isEnabled());
         QVERIFY(!get<QPushButton>("cmdSave")->isEnabled());
     }
@@ -356,6 +409,157 @@ private slots:
         QVERIFY(program_->person.boxes.empty());
     }
 
+    // --- source and macros ---------------------------------------------------------------------------------------
+
+    void theProcedureListShowsDeclarationsAndCallsInDetailAlone() {
+        QVERIFY(program_->select());
+        QVERIFY(runs(panelRows[Procedures]));
+        QCOMPARE(nameOfReport(), QStringLiteral("R_RvProcName"));
+        QVERIFY(shows("プロシージャ一覧(詳細)"));
+        QVERIFY(shows("合計を調べる"));
+        QVERIFY(shows("GetComputerName"));        // of the API
+        QVERIFY(shows("合計を調べる(frm!合計)")); // a Call
+        click("optProc_0");
+        QVERIFY(runs(panelRows[Procedures]));
+        QVERIFY(shows("プロシージャ一覧(簡易)"));
+        QVERIFY(shows("合計を調べる"));
+        QVERIFY(!shows("合計を調べる(frm!合計)"));
+        QVERIFY(program_->person.boxes.empty());
+    }
+
+    void kanaOrderOfTheProceduresIsAnotherReportOverTheSameRows() {
+        QVERIFY(program_->select());
+        QVERIFY(runs(panelRows[Procedures]));
+        for (const char* report : {"R_RvProcName50", "R_RvProcName"}) {
+            click("chkProc50");
+            QVERIFY(get<QPushButton>("cmdPPre")->isEnabled());
+            QVERIFY(!analyses("cmdPPre"));
+            QCOMPARE(nameOfReport(), QLatin1String(report));
+            QVERIFY(!analyses("cmdProc"));
+            QCOMPARE(nameOfReport(), QLatin1String(report));
+        }
+        QVERIFY(program_->person.boxes.empty());
+    }
+
+    void theListingHoldsTheSourceThatTheOptionAsksFor() {
+        QVERIFY(program_->select());
+        const bool expected[][3] = {
+            {true, false, false}, {false, true, false}, {false, false, true}, {true, true, true}};
+        for (int option = 0; option < 4; ++option) {
+            click(element("optModule", option).constData());
+            QVERIFY(runs(panelRows[Modules]));
+            QCOMPARE(nameOfReport(), QStringLiteral("R_RvModule2"));
+            QCOMPARE(shows("Form_AfterInsert"), expected[option][0]);
+            QCOMPARE(shows("Report_Open"), expected[option][1]);
+            QCOMPARE(shows("rpt.DrawWidth = 3"), expected[option][2]);
+            QVERIFY(!shows("Option Compare"));
+        }
+        QVERIFY(program_->person.boxes.empty());
+    }
+
+    void columnsAndKanaOrderAreFourListingsOverTheSameRows() {
+        QVERIFY(program_->select());
+        QVERIFY(runs(panelRows[Modules]));
+        struct {
+            const char *press, *report;
+        } const steps[] = {{"optMPrint_0", "R_RvModule"},
+                           {"chkMod50", "R_RvModule50"},
+                           {"optMPrint_1", "R_RvModule250"},
+                           {"chkMod50", "R_RvModule2"}};
+        for (const auto& step : steps) {
+            click(step.press);
+            QVERIFY(get<QPushButton>("cmdMPre")->isEnabled());
+            QVERIFY(!analyses("cmdMPre"));
+            QCOMPARE(nameOfReport(), QLatin1String(step.report));
+            QVERIFY(!analyses("cmdModule"));
+            QCOMPARE(nameOfReport(), QLatin1String(step.report));
+        }
+        QVERIFY(program_->person.boxes.empty());
+    }
+
+    void theLastProcedureIsCountedOnlyWhereAllAreCounted() {
+        QVERIFY(program_->select());
+        QVERIFY(runs(panelRows[Steps]));
+        QCOMPARE(nameOfReport(), QStringLiteral("R_RvModStep"));
+        QVERIFY(shows("受注入力"));
+        QVERIFY(shows("宣言")); // the last module, of declarations alone
+        click("optModStep_2");
+        QVERIFY(runs(panelRows[Steps]));
+        QVERIFY(!shows("受注入力"));
+        QVERIFY(shows("消費税計算"));
+        QVERIFY(!shows("宣言"));
+        QVERIFY(program_->person.boxes.empty());
+    }
+
+    void theCommentsOfProceduresAreListedAnewAtEachPress() {
+        QVERIFY(program_->select());
+        QVERIFY(runs("cmdComment", "cmdCmPre"));
+        QCOMPARE(nameOfReport(), QStringLiteral("R_RvComment"));
+        QVERIFY(shows("連続紙だけ"));
+        QVERIFY(!shows("営業日を数える"));       // ahead of its procedure
+        QVERIFY(!shows("履歴が書けなくても"));   // behind code
+        QVERIFY(!shows("宣言だけのモジュール")); // in the declarations
+        const QPointer<PreviewWindow> first(program_->preview());
+        QVERIFY(!analyses("cmdCmPre"));
+        QVERIFY(first.isNull());
+        QCOMPARE(nameOfReport(), QStringLiteral("R_RvComment"));
+        QVERIFY(analyses("cmdComment"));
+        QTRY_VERIFY(get<QPushButton>("cmdCmPre")->isEnabled());
+        QVERIFY(program_->person.boxes.empty());
+    }
+
+    void theMacroListShowsArgumentsInDetailAlone() {
+        QVERIFY(program_->select());
+        QVERIFY(runs(panelRows[Macros]));
+        QCOMPARE(nameOfReport(), QStringLiteral("R_RvMacro"));
+        QVERIFY(shows("マクロ一覧(詳細)"));
+        QVERIFY(shows("砂時計ポインタの表示"));
+        QVERIFY(shows("管理情報がなければ使えない")); // a comment
+        QVERIFY(shows("管理情報がありません。"));     // an argument
+        QVERIFY(shows("平成9年12月まで使っていた"));  // of a hidden macro
+        click("optMacro_0");
+        QVERIFY(runs(panelRows[Macros]));
+        QVERIFY(shows("マクロ一覧(簡易)"));
+        QVERIFY(shows("砂時計ポインタの表示"));
+        QVERIFY(!shows("管理情報がありません。"));
+        QVERIFY(program_->person.boxes.empty());
+    }
+
+    void allMacrosAreAnalysedAtEachPressAndAChosenOneOnlyWhenItChanges() {
+        QVERIFY(program_->select());
+        QVERIFY(runs(panelRows[Macros]));
+        QVERIFY(analyses("cmdMacro"));
+        click("optMcSelect_1");
+        auto* const list = get<QComboBox>("cboMacro");
+        pick(list, "検索");
+        QVERIFY(runs(panelRows[Macros]));
+        QVERIFY(shows("開始日が先の日付です。"));
+        QVERIFY(!shows("砂時計ポインタの表示"));
+        QVERIFY(!analyses("cmdMacro"));
+        pick(list, "AutoExec");
+        click("cmdMCPre"); // the report of what was analysed
+        QVERIFY(shows("開始日が先の日付です。"));
+        click("cmdMacro");
+        QTRY_VERIFY(shows("砂時計ポインタの表示"));
+        QVERIFY(!shows("開始日が先の日付です。"));
+        QVERIFY(program_->person.boxes.empty());
+    }
+
+    void analysingSourceAndMacrosLeavesTheDatabaseAsItIs() {
+        const auto contents = [this] {
+            QFile file(toQString(program_->person.file));
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        const QByteArray before = contents();
+        QVERIFY(!before.isEmpty());
+        QVERIFY(program_->select());
+        for (const PanelPlace place : {Procedures, Modules, Steps, Macros}) {
+            QVERIFY(runs(panelRows[place]));
+        }
+        QVERIFY(runs("cmdComment", "cmdCmPre"));
+        QVERIFY(contents() == before);
+    }
+
     // --- menu ----------------------------------------------------------------------------------------------------
 
     void theMenusStandInOrder() {
@@ -397,15 +601,20 @@ private slots:
 
     void everyActionHasItsHintAndADisabledOneNone() {
         auto* const message = get<QLabel>("txtMesege");
+        std::vector<std::pair<const char*, const char*>> hints = {
+            {"cmdComment", "コメント一覧を印刷します。"}};
         for (const PanelRow& panel : panelRows) {
-            QTest::mouseMove(reach(panel.action), QPoint(20, 10));
+            hints.emplace_back(panel.action, panel.hint);
+        }
+        for (const auto& hint : hints) {
+            QTest::mouseMove(reach(hint.first), QPoint(20, 10));
             QTest::qWait(5);
             QCOMPARE(message->text(), QString());
         }
         QVERIFY(program_->select());
-        for (const PanelRow& panel : panelRows) {
-            QTest::mouseMove(reach(panel.action), QPoint(24, 12));
-            QTRY_COMPARE(message->text(), QString::fromUtf8(panel.hint));
+        for (const auto& hint : hints) {
+            QTest::mouseMove(reach(hint.first), QPoint(24, 12));
+            QTRY_COMPARE(message->text(), QString::fromUtf8(hint.second));
             QTest::mouseMove(program_->window->centralWidget(), QPoint(3, 3));
             QTRY_COMPARE(message->text(), QString());
         }
@@ -422,12 +631,14 @@ private slots:
 
     void tabWalksThePanelInReadingOrder() {
         QVERIFY(program_->select());
-        const QStringList order = {"optObject_6",  "cmdObject",   "optTable_1",   "optTSelect_0", "chkLink",
-                                   "cmdTable",     "optQuery_2",  "optQSelect_0", "cmdQuery",     "optForm_0",
-                                   "optFSelect_0", "cmdForm",     "optReport_0",  "optRSelect_0", "cmdReport",
-                                   "optControl_0", "cmdControl",  "optFile_0",    "cmdFile",      "txtTitle",
-                                   "txtSystem",    "txtCompany",  "txtBumon",     "txtAuther",    "txtDate",
-                                   "cmdHyousi_1",  "cmdHyousi_2", "cmdHyousi_3",  "optObject_6"};
+        const QStringList order = {
+            "optObject_6", "cmdObject",     "optTable_1",  "optTSelect_0", "chkLink",      "cmdTable",
+            "optQuery_2",  "optQSelect_0",  "cmdQuery",    "optForm_0",    "optFSelect_0", "cmdForm",
+            "optReport_0", "optRSelect_0",  "cmdReport",   "optProc_1",    "chkProc50",    "cmdProc",
+            "optModule_2", "optMPrint_1",   "chkMod50",    "cmdModule",    "optModStep_3", "cmdModStep",
+            "optMacro_1",  "optMcSelect_0", "cmdMacro",    "optControl_0", "cmdControl",   "optFile_0",
+            "cmdFile",     "cmdComment",    "txtTitle",    "txtSystem",    "txtCompany",   "txtBumon",
+            "txtAuther",   "txtDate",       "cmdHyousi_1", "cmdHyousi_2",  "cmdHyousi_3",  "optObject_6"};
         get<QWidget>("optObject_6")->setFocus();
         for (const QString& name : order) {
             QCOMPARE(focus()->objectName(), name);
@@ -437,7 +648,8 @@ private slots:
 
     void theTabOrderReadsFromLeftToRightAndDown() {
         const QList<const char*> frames = {"Frame2",     "Frame1",      "Frame3",  "framForm",
-                                           "framReport", "framControl", "framETC", "Frame5"};
+                                           "framReport", "Frame9",      "Frame10", "Frame12",
+                                           "framMacro",  "framControl", "framETC", "Frame5"};
         for (qsizetype i = 1; i < frames.size(); ++i) {
             const QPoint before = get<QWidget>(frames[i - 1])->pos(), here = get<QWidget>(frames[i])->pos();
             QVERIFY(here.y() > before.y() || (here.y() == before.y() && here.x() > before.x()));
@@ -511,6 +723,29 @@ private slots:
         QCOMPARE(get<QAction>("m1a")->text(), QStringLiteral("解析ファイルの選択"));
         QCOMPARE(get<QAction>("m1a")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_O));
         QCOMPARE(get<QPushButton>("cmdOPre")->toolTip(), QStringLiteral("Shift+F2"));
+    }
+
+    void everyListOfSourceAndMacrosHasItsKey() {
+        QVERIFY(program_->select());
+        struct {
+            Qt::Key key;
+            Qt::KeyboardModifiers with;
+            const char* report;
+        } const rows[] = {{Qt::Key_F7, {}, "R_RvProcName"},
+                          {Qt::Key_F8, {}, "R_RvModule2"},
+                          {Qt::Key_F9, {}, "R_RvModStep"},
+                          {Qt::Key_F10, {}, "R_RvMacro"},
+                          {Qt::Key_K, Qt::ControlModifier, "R_RvComment"}};
+        for (const auto& row : rows) {
+            for (const Qt::KeyboardModifier preview : {Qt::NoModifier, Qt::ShiftModifier}) {
+                program_->window->activateWindow();
+                QVERIFY(QTest::qWaitForWindowActive(program_->window.get()));
+                const QPointer<PreviewWindow> before(program_->preview());
+                QTest::keyClick(program_->window.get(), row.key, row.with | preview);
+                QTRY_VERIFY(program_->preview() != nullptr && before.isNull());
+                QCOMPARE(nameOfReport(), QLatin1String(row.report));
+            }
+        }
     }
 
     // --- drag and drop -------------------------------------------------------------------------------------------
@@ -598,8 +833,11 @@ private slots:
         for (const char* action : {"cmdTable", "cmdQuery", "cmdForm"}) {
             QCOMPARE(line(action), line("cmdObject"));
         }
-        for (const char* action : {"cmdControl", "cmdFile", "cmdHyousi_1"}) {
+        for (const char* action : {"cmdProc", "cmdModule", "cmdModStep"}) {
             QCOMPARE(line(action), line("cmdReport"));
+        }
+        for (const char* action : {"cmdControl", "cmdComment", "cmdHyousi_1"}) {
+            QCOMPARE(line(action), line("cmdMacro"));
         }
     }
 
@@ -608,9 +846,16 @@ private slots:
         grid->setRoom(2000);
         QCOMPARE(grid->columns(), 4);
         QTest::qWait(1);
-        QCOMPARE(get<QWidget>("Frame2")->height(), get<QWidget>("Frame1")->height());
-        QCOMPARE(get<QWidget>("framReport")->height(), get<QWidget>("framControl")->height());
-        form().framReport.Visible = form().framControl.Visible = false;
+        std::map<int, int> heights; // by the place of the row
+        for (const QWidget* frame : grid->findChildren<QGroupBox*>(QString(), Qt::FindDirectChildrenOnly)) {
+            const int height = heights.try_emplace(frame->y(), frame->height()).first->second;
+            QVERIFY2(frame->height() == height, qPrintable(frame->objectName()));
+        }
+        QVERIFY(heights.size() > 1);
+        for (Frame* frame : {&form().framReport, &form().Frame9, &form().Frame10, &form().Frame12,
+                             &form().framMacro, &form().framControl}) {
+            frame->Visible = false;
+        }
         grid->setRoom(2001);
         QCOMPARE(grid->columns(), 3);
         for (Control* control : form().controls()) {
