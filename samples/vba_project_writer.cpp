@@ -54,7 +54,8 @@ std::string classId(TextView name) {
     }
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string id = "{00000000-0000-11D1-8000-00AA00440000}";
-    for (const std::size_t place : {1, 2, 3, 4, 5, 6, 7, 8, 10, 11, 12, 13, 33, 34, 35, 36}) {
+    for (const std::size_t place :
+         std::array<std::size_t, 16>{1, 2, 3, 4, 5, 6, 7, 8, 10, 11, 12, 13, 33, 34, 35, 36}) {
         id[place] = digits[hash % 16];
         hash /= 16;
     }

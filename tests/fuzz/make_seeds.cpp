@@ -1,10 +1,12 @@
-// Writes small databases into the folder named by the argument: seeds for fuzz_open that reach every reader.
+// Writes small databases into the folder named by the argument: seeds for fuzz_open that reach every reader. In its
+// folder "stores" seeds for fuzz_store: the stores of newer files, in databases and as a file by itself.
 
 #include <fstream>
 #include <iostream>
 
 #include "sample_builder/database_writer.h"
 #include "sample_builder/many_forms.h"
+#include "support/newer_stores.h"
 
 namespace relvane::samples {
 namespace {
@@ -97,6 +99,16 @@ DatabaseSpec designs() {
     return spec;
 }
 
+// A project, and a form with its place in the list.
+test::Streams storedObjects() {
+    test::Streams streams = test::projectStreams();
+    const std::string list =
+        std::string(4, '\0') + "\x04\x08" + test::utf16(u"受注") + std::string("\x07\0\0\0", 4);
+    streams.emplace_back(u"Forms/\u0003DirData", Bytes(list.begin(), list.end()));
+    streams.emplace_back(u"Forms/7/Blob", Bytes(4500, 7));
+    return streams;
+}
+
 } // namespace
 } // namespace relvane::samples
 
@@ -114,5 +126,15 @@ int main(int count, char** arguments) {
     DatabaseSpec encoded = queriesAndLinks();
     encoded.encodingKey = 0x12345678;
     writeDatabase(encoded, folder / "encoded.mdb");
+
+    namespace test = relvane::test;
+    const std::filesystem::path stores = folder / "stores";
+    std::filesystem::create_directories(stores);
+    const test::Streams streams = storedObjects();
+    const relvane::Bytes compound = test::compoundFile(streams);
+    writeDatabase(test::databaseWith({test::storageTable(streams)}), stores / "rows.mdb");
+    writeDatabase(test::databaseWith({test::objectsTable(compound)}), stores / "pieces.mdb");
+    std::ofstream(stores / "compound.bin", std::ios::binary)
+        .write(reinterpret_cast<const char*>(compound.data()), static_cast<std::streamsize>(compound.size()));
     return 0;
 }

@@ -7,11 +7,8 @@
 #include "access/design_source.h"
 #include "access/module_source.h"
 #include "access/target_application.h"
-#include "platform/codepage.h"
-#include "sample_builder/byte_writer.h"
 #include "sample_builder/database_writer.h"
-#include "sample_builder/vba_compressor.h"
-#include "support/compound_file_builder.h"
+#include "support/newer_stores.h"
 #include "support/samples.h"
 
 namespace relvane::samples {
@@ -24,173 +21,23 @@ using access::ModuleOwner;
 using access::ModuleSource;
 using access::StoreTable;
 
-// ---- A project as newer versions keep it
-
-struct Module {
-    Text name;
-    std::string word; // in the stream PROJECT
-    std::string source;
-};
-
-const std::vector<Module> fewModules = {{u"標準", "Module", "Option Explicit\r\nSub Go()\r\nEnd Sub\r\n"},
-                                        {u"型", "Class", "Option Explicit\r\n"},
-                                        {u"Form_受注", "DocClass", "Sub 閉じる_Click()\r\nEnd Sub\r\n"},
-                                        {u"Report_一覧", "DocClass", "' 一覧\r\n"},
-                                        {u"Form_名前だけ", "Class", "' no form's\r\n"}};
-
-std::string stored(TextView text) {
-    return encode(text, japaneseCodePage);
-}
-
-std::string utf8Stored(const std::string& text) {
-    return stored(fromUtf8(text));
-}
-
-Text streamName(std::size_t index) {
-    return Text(27, u'Q') + static_cast<char16_t>(u'A' + index);
-}
-
-void record(ByteWriter& out, unsigned id, std::string_view data) {
-    out.u16(id);
-    out.u32(data.size());
-    out.text(data);
-}
-
-std::string utf16(TextView text) {
-    std::string bytes;
-    for (const char16_t unit : text) {
-        bytes += static_cast<char>(unit & 0xFF);
-        bytes += static_cast<char>(unit >> 8);
-    }
-    return bytes;
-}
-
-constexpr std::string_view compiledCode = "\x01\x16\x03 compiled code";
-
-Bytes directoryOf(const std::vector<Module>& modules) {
-    ByteWriter out;
-    record(out, 0x03, std::string("\xA4\x03", 2));
-    for (std::size_t i = 0; i < modules.size(); ++i) {
-        record(out, 0x19, stored(modules[i].name));
-        record(out, 0x47, utf16(modules[i].name));
-        record(out, 0x1A, toUtf8(streamName(i)));
-        record(out, 0x32, utf16(streamName(i)));
-        record(out, 0x31, std::string{static_cast<char>(compiledCode.size()), 0, 0, 0});
-        record(out, modules[i].word == "Module" ? 0x21 : 0x22, {});
-        record(out, 0x2B, {});
-    }
-    record(out, 0x10, {});
-    return compressVba({reinterpret_cast<const char*>(out.data().data()), out.size()});
-}
-
-Bytes moduleStream(const Module& module) {
-    const Bytes text =
-        compressVba("Attribute VB_Name = \"" + stored(module.name) + "\"\r\n" + utf8Stored(module.source));
-    Bytes stream(compiledCode.begin(), compiledCode.end());
-    stream.insert(stream.end(), text.begin(), text.end());
-    return stream;
-}
-
-Bytes projectText(const std::vector<Module>& modules) {
-    std::string text = "ID=\"{00000000-0000-0000-0000-000000000000}\"\r\n";
-    for (const Module& module : modules) {
-        text += module.word + '=' + stored(module.name) +
-                (module.word == "DocClass" ? "/&H00000000\r\n" : "\r\n");
-    }
-    // Locked for viewing, with a password.
-    text += "Name=\"P\"\r\nCMG=\"4B49AD64FC68FC68FC68FC68\"\r\nDPB=\"96947031F0373A383A383A\"\r\n\r\n"
-            "[Host Extender Info]\r\nClass=" +
-            stored(u"Form_受注") + "\r\n";
-    return {text.begin(), text.end()};
-}
-
-using Streams = std::vector<std::pair<Text, Bytes>>; // by path
+using test::compiledCode;
+using test::compoundFile;
+using test::databaseWith;
+using test::fewModules;
+using test::objectsTable;
+using test::pieceSize;
+using test::projectStreams;
+using test::storageTable;
+using test::StoredModule;
+using test::streamFolder;
+using test::streamName;
+using test::Streams;
+using test::utf16;
 
 Bytes* find(Streams& streams, TextView path) {
     const auto found = std::ranges::find(streams, path, &std::pair<Text, Bytes>::first);
     return found == streams.end() ? nullptr : &found->second;
-}
-
-const Text streamFolder = u"VBA/VBAProject/VBA/";
-
-Streams projectStreams(const std::vector<Module>& modules = fewModules) {
-    Streams streams{{streamFolder + u"dir", directoryOf(modules)},
-                    {u"VBA/VBAProject/PROJECT", projectText(modules)}};
-    for (std::size_t i = 0; i < modules.size(); ++i) {
-        streams.emplace_back(streamFolder + streamName(i), moduleStream(modules[i]));
-    }
-    return streams;
-}
-
-// ---- The two tables
-
-TableSpec storageTable(const Streams& streams) {
-    TableSpec table{.name = u"MSysAccessStorage", .flags = systemFlag};
-    table.columns = {{.name = u"Id", .type = ColumnType::Long},
-                     {.name = u"ParentId", .type = ColumnType::Long},
-                     {.name = u"Name", .size = 128},
-                     {.name = u"Type", .type = ColumnType::Long},
-                     {.name = u"Lv", .type = ColumnType::Ole}};
-    std::int64_t last = 2;
-    table.rows = {
-        RowSpec{std::int64_t{1}, std::int64_t{1}, Text(u"MSysAccessStorage_ROOT"), std::int64_t{1}},
-        RowSpec{std::int64_t{2}, std::int64_t{2}, Text(u"MSysAccessStorage_SCRATCH"), std::int64_t{1}}};
-    std::map<Text, std::int64_t> storages{{Text(), 1}};
-    for (const auto& [path, content] : streams) {
-        std::int64_t storage = 1;
-        for (std::size_t end = path.find(u'/'), start = 0; end != Text::npos; end = path.find(u'/', start)) {
-            const auto [place, isNew] = storages.try_emplace(path.substr(0, end), last + 1);
-            if (isNew) {
-                table.rows.push_back(
-                    RowSpec{++last, storage, path.substr(start, end - start), std::int64_t{1}});
-            }
-            storage = place->second;
-            start = end + 1;
-        }
-        table.rows.push_back(
-            RowSpec{++last, storage, path.substr(path.rfind(u'/') + 1), std::int64_t{2}, content});
-    }
-    return table;
-}
-
-constexpr std::size_t pieceSize = 241;
-
-Bytes compoundFile(const Streams& streams) {
-    test::CompoundFileBuilder builder;
-    for (const auto& [path, content] : streams) {
-        builder.stream(path, content);
-    }
-    return builder.bytes();
-}
-
-TableSpec objectsTable(const Bytes& file) {
-    TableSpec table{.name = u"MSysAccessObjects", .flags = systemFlag};
-    table.columns = {
-        {.name = u"Data", .type = ColumnType::Binary, .size = pieceSize, .place = ColumnPlace::Fixed},
-        {.name = u"ID", .type = ColumnType::Long}};
-    Bytes head(pieceSize);
-    head[0] = 5;
-    putAt(head, 4, file.size(), 4);
-    table.rows.push_back(RowSpec{head, std::int64_t{0}});
-    for (std::size_t at = 0; at < file.size(); at += pieceSize) {
-        Bytes piece(file.begin() + static_cast<std::ptrdiff_t>(at),
-                    file.begin() + static_cast<std::ptrdiff_t>(std::min(at + pieceSize, file.size())));
-        piece.resize(pieceSize);
-        table.rows.push_back(RowSpec{piece, static_cast<std::int64_t>(at / pieceSize + 1)});
-    }
-    return table;
-}
-
-// The objects of fewModules in the catalogue, without anything of Access 97 beside.
-DatabaseSpec databaseWith(std::vector<TableSpec> tables) {
-    DatabaseSpec spec;
-    spec.tables = std::move(tables);
-    spec.forms = {{.name = u"受注"}, {.name = u"名前だけ"}, {.name = u"空"}};
-    spec.reports = {{.name = u"一覧"}};
-    for (const TextView name : {u"標準", u"型"}) {
-        spec.otherObjects.push_back({.name = Text(name), .type = static_cast<int>(ObjectType::Module)});
-    }
-    return spec;
 }
 
 using FilePointer = std::shared_ptr<const jet::JetFile>;
@@ -332,7 +179,7 @@ TEST(Stores, WhereOnlyTheCompiledCodeIsLeftEachModuleSaysSo) {
 }
 
 TEST(Stores, AModuleThatTheProjectDoesNotHaveIsNamed) {
-    const std::vector<Module> others(fewModules.begin() + 1, fewModules.end());
+    const std::vector<StoredModule> others(fewModules.begin() + 1, fewModules.end());
     const ModuleSource source(fileOf(storageTable(projectStreams(others))));
     EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), u"プロジェクトにありません"));
     EXPECT_EQ(textOf(source, ModuleOwner::Module, u"型"), u"Option Explicit\r\n");
@@ -369,7 +216,7 @@ TEST(Stores, WithoutTheListOfKindsEveryClassOfThatNameIsTheForms) {
 }
 
 TEST(Stores, TheTableWithRowsGoesBeforeTheOneWithPieces) {
-    std::vector<Module> older = fewModules;
+    std::vector<StoredModule> older = fewModules;
     older[1].source = "' older\r\n";
     const TableSpec pieces = objectsTable(compoundFile(projectStreams(older)));
     expectWhole(ModuleSource(fileOf(databaseWith({pieces, storageTable(projectStreams())}))));
@@ -403,7 +250,7 @@ TEST(StorePieces, RowsOfUnusedBytesMayBeMissing) {
 
 // Nothing in a file tells that the bytes of a row are gone but that what is made of them does not fit.
 TEST(StorePieces, AnyRowMayBeMissingAndEachModuleIsReadOrNamed) {
-    std::vector<Module> modules = fewModules;
+    std::vector<StoredModule> modules = fewModules;
     for (int line = 0; line < 200; ++line) {
         modules[0].source += "    Debug.Print " + std::to_string(line * line % 977) + "\r\n";
     }
@@ -465,6 +312,9 @@ TEST(StoreRows, StoragesThatLieInEachOtherAreNotReached) {
     row(900, 901, u"a", 1);
     row(901, 900, u"b", 1);
     row(902, 902, u"c", 1); // a root of its own
+    row(910, 1, u"e", 1);
+    row(911, 910, u"f", 1);
+    row(910, 911, u"g", 1); // would lie in itself
     row(1, 900, u"d", 1);   // the root again
     row(903, 1, u"VBA", 1); // a name that is taken
     row(904, 1, u"none", 3);
@@ -472,8 +322,10 @@ TEST(StoreRows, StoragesThatLieInEachOtherAreNotReached) {
     const FilePointer file = fileOf(table);
     expectWhole(ModuleSource(file));
     const AccessStore store = AccessStore::open(*file, StoreTable::MSysAccessStorage).value();
-    EXPECT_EQ(store.children({}).size(), 1u);
-    EXPECT_FALSE(store.stream(u"a/b/a/b"));
+    EXPECT_EQ(store.children({}).size(), 2u); // "VBA" and "e"
+    EXPECT_EQ(store.children(u"e").size(), 1u);
+    EXPECT_TRUE(store.children(u"e/f").empty());
+    EXPECT_TRUE(store.children(u"a").empty());
 }
 
 TEST(StoreRows, AnyRowMayBeMissingAndNothingWrongIsRead) {
@@ -489,6 +341,40 @@ TEST(StoreRows, AnyRowMayBeMissingAndNothingWrongIsRead) {
                         has(text, u"' "))
                 << missing << " " << toUtf8(text);
         }
+    }
+}
+
+TEST(Stores, ANameThatNoPathLeadsToIsPassedOver) {
+    Streams streams = projectStreams();
+    streams.emplace_back(u"oo/inner", Bytes(3, 1));
+    const auto namesAtRoot = [](const DatabaseSpec& spec, StoreTable table) {
+        const FilePointer file = fileOf(spec);
+        std::vector<Text> names;
+        for (const AccessStore::Entry& entry : AccessStore::open(*file, table).value().children({})) {
+            names.push_back(entry.name);
+        }
+        return names;
+    };
+    for (const TextView name : {u"", u"o/"}) {
+        TableSpec rows = storageTable(streams);
+        for (RowSpec& row : rows.rows) {
+            if (row.values[2] == Value(Text(u"oo"))) {
+                row.values[2] = Text(name);
+            }
+        }
+        EXPECT_EQ(namesAtRoot(databaseWith({rows}), StoreTable::MSysAccessStorage),
+                  std::vector<Text>{u"VBA"});
+
+        Bytes file = compoundFile(streams);
+        constexpr std::uint8_t stored[] = {'o', 0, 'o', 0, 0, 0};
+        const auto at = std::search(file.begin(), file.end(), std::begin(stored), std::end(stored));
+        ASSERT_NE(at, file.end());
+        for (std::size_t unit = 0; unit < 2; ++unit) {
+            at[static_cast<std::ptrdiff_t>(2 * unit)] =
+                unit < name.size() ? static_cast<std::uint8_t>(name[unit]) : std::uint8_t{0};
+        }
+        const DatabaseSpec pieces = databaseWith({objectsTable(file)});
+        EXPECT_EQ(namesAtRoot(pieces, StoreTable::MSysAccessObjects), std::vector<Text>{u"VBA"});
     }
 }
 

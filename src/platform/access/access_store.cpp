@@ -1,6 +1,7 @@
 #include "access/access_store.h"
 
 #include <algorithm>
+#include <set>
 
 #include "access/design_bytes.h"
 
@@ -61,16 +62,19 @@ std::optional<AccessStore> AccessStore::open(const jet::JetFile& file, StoreTabl
     return store;
 }
 
+// A number that comes twice counts once, so that no storage can lie in itself.
 void AccessStore::readRows(const jet::Table& table) {
     rows_ = &table;
     root_ = rootRow;
+    std::set<std::int32_t> seen{static_cast<std::int32_t>(rootRow)};
     jet::RowCursor cursor(table);
     while (const auto pointer = cursor.next()) {
         skipErrors([&] {
             const jet::NamedRow row(table, *pointer);
             const auto id = row.number(u"Id"), storage = row.number(u"ParentId"), type = row.number(u"Type");
             auto name = row.text(u"Name");
-            if (id && storage && name && id != storage && (type == storageRow || type == streamRow)) {
+            if (id && storage && name && id != storage && (type == storageRow || type == streamRow) &&
+                seen.insert(*id).second) {
                 add(static_cast<std::uint32_t>(*storage),
                     {{std::move(*name), type == storageRow}, static_cast<std::uint32_t>(*id), *pointer});
             }
@@ -86,7 +90,11 @@ void AccessStore::readCompoundFile(Bytes bytes) {
     }
 }
 
+// No path leads to a name that is empty or has a "/", which none of Access has.
 void AccessStore::add(std::uint32_t storage, Node node) {
+    if (node.entry.name.empty() || node.entry.name.find(u'/') != Text::npos) {
+        return;
+    }
     std::pair key(storage, upperCase(node.entry.name));
     nodes_.emplace(std::move(key), std::move(node));
 }

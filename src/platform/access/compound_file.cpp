@@ -157,7 +157,7 @@ void CompoundFile::readDirectory() {
     const Bytes directory = sectors_.readWhole(jet::ByteSpan(sectors_.bytes, 0).u32(header::directory));
     const jet::ByteSpan all(directory, 0);
     const auto fail = [&](std::size_t id, TextView reason) {
-        failDamagedDesign(sectors_.owner, part, id * entry::size, reason);
+        failDamagedDesign(sectors_.owner, u"ディレクトリ", id * entry::size, reason);
     };
     const std::size_t count = all.size() / entry::size;
     if (count == 0) {
