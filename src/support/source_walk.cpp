@@ -1,6 +1,7 @@
 #include "support/source_walk.h"
 
 #include "core/target_selection.h"
+#include "support/support_run.h"
 
 namespace relvane {
 namespace {
@@ -38,18 +39,12 @@ void runOverSources(FrmSien& sien, const SourceRun& run) {
     reopenTarget(context);
     context.WorkDb = context.platform.openWorkStore(context.WorkDbPath);
     context.*run.cursor = context.WorkDb->OpenRecordset(run.table);
-    sien.Pointer = MousePointer::Hourglass;
-    sien.Enabled = false;
-    startGauge(sien.gauge);
-    context.ObjectNo = 0;
+    beginRun(sien);
     showMessage(sien.gauge, run.message);
     context.WorkDb->Execute(u"delete * from " + Text(run.table) + u";");
     walk(sien, run);
     need(context.*run.cursor).Close();
-    showMessage(sien.gauge, u"終了しました");
-    SetGauge(sien.gauge, 100);
-    sien.Pointer = MousePointer::Normal;
-    sien.Enabled = true;
+    endRun(sien);
 }
 
 } // namespace relvane
