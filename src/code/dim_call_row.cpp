@@ -32,13 +32,9 @@ constexpr DimCallKeyword keywords[] = {
 
 constexpr std::int64_t longestText = 255;
 
-bool holds(TextView capitals, const DimCallKeyword& keyword) {
-    return capitals.find(keyword.word) != TextView::npos;
-}
-
 const DimCallKeyword& keywordOf(TextView capitals) {
     const auto found = std::ranges::find_if(
-        keywords, [&](const DimCallKeyword& keyword) { return holds(capitals, keyword); });
+        keywords, [&](const DimCallKeyword& keyword) { return holds(capitals, keyword.word); });
     if (found == std::end(keywords)) {
         throw RunTimeError(ErrorNumber::InvalidProcedureCall);
     }
@@ -50,7 +46,7 @@ const DimCallKeyword& keywordOf(TextView capitals) {
 bool isDimCall(TextView capitals) {
     return std::ranges::any_of(keywords, [&](const DimCallKeyword& keyword) {
         return keyword.opens == Opens::AtTheBeginning ? capitals.starts_with(keyword.word)
-                                                      : holds(capitals, keyword);
+                                                      : holds(capitals, keyword.word);
     });
 }
 

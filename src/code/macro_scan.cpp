@@ -42,10 +42,6 @@ enum MacroAction : std::int16_t {
     setValue = 47,
 };
 
-bool holds(TextView text, TextView word) {
-    return InStr(text, word) > 0;
-}
-
 // A line as it stands, and in capitals; CodeLine is the line trimmed.
 struct MacroLine {
     TextView raw;

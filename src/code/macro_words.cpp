@@ -1,5 +1,7 @@
 #include "code/macro_words.h"
 
+#include <unordered_map>
+
 namespace relvane {
 namespace {
 
@@ -181,13 +183,15 @@ std::int16_t GetMacroActionNo(TextView prefix) {
 }
 
 Text GetMacroConstantLabel(TextView text) {
-    const Text capitals = upperCase(text);
-    for (const ConstantLabel& constant : constants) {
-        if (constant.constant == capitals) {
-            return Text(constant.label);
+    static const auto labels = [] {
+        std::unordered_map<TextView, TextView> made;
+        for (const ConstantLabel& constant : constants) {
+            made.emplace(constant.constant, constant.label);
         }
-    }
-    return Text(text);
+        return made;
+    }();
+    const auto found = labels.find(upperCase(text));
+    return Text(found == labels.end() ? text : found->second);
 }
 
 } // namespace relvane

@@ -43,10 +43,6 @@ constexpr HeaderScope headerScopes[] = {
     {u"PUBLIC ", false, 7},
 };
 
-bool holds(TextView text, TextView wanted) {
-    return text.find(wanted) != TextView::npos;
-}
-
 Text classOf(const ScanState& scan) {
     if (scan.CurObjectKind != u"Module") {
         return scan.CurObjectKind;

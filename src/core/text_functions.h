@@ -33,4 +33,7 @@ Text UCase(TextView text);
 std::int32_t InStr(std::int64_t start, TextView text, TextView wanted);
 std::int32_t InStr(TextView text, TextView wanted);
 
+// Whether `wanted` stands anywhere in it.
+bool holds(TextView text, TextView wanted);
+
 } // namespace relvane

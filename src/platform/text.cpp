@@ -92,10 +92,9 @@ Text fromUtf8(std::string_view bytes) {
     return text;
 }
 
-char16_t upperCase(char16_t c) {
-    if (c < 0x80) { // nearly all that is ever asked
-        return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 0x20) : c;
-    }
+namespace {
+
+char16_t capitalOfOther(char16_t c) {
     // Blocks in which a small letter stands a fixed distance behind its capital.
     struct Block {
         char16_t first, last, distance;
@@ -139,15 +138,29 @@ char16_t upperCase(char16_t c) {
     }
 }
 
+// Nearly all that is ever asked is ASCII or Japanese.
+inline char16_t capitalOf(char16_t c) {
+    if (c < 0x80) {
+        return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 0x20) : c;
+    }
+    return c >= 0x2500 && c < 0xFF41 ? c : capitalOfOther(c);
+}
+
+} // namespace
+
+char16_t upperCase(char16_t character) {
+    return capitalOf(character);
+}
+
 Text upperCase(TextView text) {
     Text result(text);
-    std::ranges::transform(result, result.begin(), [](char16_t c) { return upperCase(c); });
+    std::ranges::transform(result, result.begin(), capitalOf);
     return result;
 }
 
 bool equalsIgnoringCase(TextView left, TextView right) {
     return std::ranges::equal(left, right,
-                              [](char16_t a, char16_t b) { return a == b || upperCase(a) == upperCase(b); });
+                              [](char16_t a, char16_t b) { return a == b || capitalOf(a) == capitalOf(b); });
 }
 
 Text toText(long long number) {

@@ -27,17 +27,15 @@ Text vbaName(TextView name) {
 }
 
 // A statement or remark is one line, whatever was typed into its cell.
-Text onOneLine(TextView text) {
-    Text result;
-    result.reserve(text.size());
+Text onOneLine(Text text) {
+    std::size_t length = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isEnd = text[i] == u'\r' || text[i] == u'\n';
-        if (text.substr(i).starts_with(lineEnd)) {
-            ++i;
+        if (TextView(text).substr(i, 2) != lineEnd) { // of which the LF alone becomes a blank
+            text[length++] = text[i] == u'\r' || text[i] == u'\n' ? u' ' : text[i];
         }
-        result += isEnd ? u' ' : text[i];
     }
-    return result;
+    text.resize(length);
+    return text;
 }
 
 // Behind the letters If of a line that is no condition the blank becomes one that does not break, so that readers of
@@ -97,7 +95,7 @@ private:
     }
 
     void write(const MacroAction& action, const MacroRow& row) {
-        const MacroStatement form = statementOf(action);
+        const MacroStatement& form = statementOf(action);
         if (form.beepWhen != 0 &&
             constantOf(ArgumentKind::YesNo, row.arguments[form.beepWhen - 1]) == u"True") {
             statement(u"Beep");
@@ -160,7 +158,7 @@ private:
         return std::move(converted.text);
     }
 
-    void statement(Text text) { add(notACondition(onOneLine(text))); }
+    void statement(Text text) { add(notACondition(onOneLine(std::move(text)))); }
 
     void add(Text text) { lines_.push_back({inBlock_ ? 1U : 0U, std::move(text)}); }
 

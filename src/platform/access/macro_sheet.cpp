@@ -15,11 +15,20 @@ constexpr std::uint16_t emptySlot = 0xFFFF;
 // The second number of the version says how texts are kept: from this one on in UTF-16.
 constexpr int firstUtf16Version = 3;
 
-struct Record {
-    std::size_t offset = 0;
-    std::uint16_t first = 0, row = 0;
-    std::array<Text, slotCount> texts;
-};
+Text& textOf(MacroRow& row, std::size_t slot) {
+    switch (slot) {
+    case Reserved:
+        return row.reserved;
+    case Comment:
+        return row.comment;
+    case Condition:
+        return row.condition;
+    case Name:
+        return row.name;
+    default:
+        return row.arguments[slot - FirstArgument];
+    }
+}
 
 class SheetReader {
 public:
@@ -31,26 +40,29 @@ public:
         readHeader(sheet);
         std::uint16_t last = 0;
         while (!bytes_.atEnd()) {
-            Record record = readRecord();
-            if (record.row <= last) {
-                bytes_.fail(record.offset, u"行番号の順序が正しくありません");
+            MacroRow& row = sheet.rows.emplace_back();
+            readRecord(row);
+            if (row.number <= last) {
+                bytes_.fail(row.offset, u"行番号の順序が正しくありません");
             }
-            last = record.row;
-            sheet.rows.push_back(rowOf(std::move(record)));
+            last = row.number;
         }
         return sheet;
     }
 
 private:
     void readHeader(MacroSheet& sheet) {
-        const Record header = readRecord();
-        sheet.shownColumns = header.first;
-        const Text& first = header.texts[FirstArgument];
-        const Text& second = header.texts[FirstArgument + 1];
-        const auto filled =
-            std::ranges::count_if(header.texts, [](const Text& text) { return !text.empty(); });
+        MacroRow header;
+        readRecord(header);
+        sheet.shownColumns = header.actionNumber;
+        const Text& first = header.arguments[0];
+        const Text& second = header.arguments[1];
+        int filled = 0;
+        for (std::size_t slot = 0; slot < slotCount; ++slot) {
+            filled += textOf(header, slot).empty() ? 0 : 1;
+        }
         const auto expected = (first.empty() ? 0 : 1) + (second.empty() ? 0 : 1);
-        if (header.row != 0 || first.empty() != second.empty() || filled != expected) {
+        if (header.number != 0 || first.empty() != second.empty() || filled != expected) {
             bytes_.fail(0, u"見出しが正しくありません");
         }
         if (first.empty()) {
@@ -75,26 +87,24 @@ private:
         return number;
     }
 
-    Record readRecord() {
-        Record record;
-        record.offset = bytes_.offset();
-        record.first = bytes_.u16();
-        record.row = bytes_.u16();
+    void readRecord(MacroRow& row) {
+        row.offset = bytes_.offset();
+        row.actionNumber = bytes_.u16();
+        row.number = bytes_.u16();
         std::array<std::uint16_t, slotCount> slots{};
         for (std::uint16_t& slot : slots) {
             slot = bytes_.u16();
         }
-        readTexts(record, slots);
+        readTexts(row, slots);
         const std::size_t end = bytes_.offset();
         if (bytes_.u16() != 0) {
             bytes_.fail(end, u"行の終わりが正しくありません");
         }
-        return record;
     }
 
     // String by string in the order of the text, whatever slots they are for: each must begin where the one before
     // it ended.
-    void readTexts(Record& record, const std::array<std::uint16_t, slotCount>& slots) {
+    void readTexts(MacroRow& row, const std::array<std::uint16_t, slotCount>& slots) {
         const std::size_t length = bytes_.u16();
         const std::size_t start = bytes_.offset();
         std::array<std::size_t, slotCount> order{};
@@ -111,24 +121,11 @@ private:
             if (slots[slot] != at - start) {
                 bytes_.fail(at, u"文字列の位置が正しくありません");
             }
-            record.texts[slot] = decode(bytes_.zeroTerminated(), codePage_);
+            textOf(row, slot) = decode(bytes_.zeroTerminated(), codePage_);
         }
         if (bytes_.offset() - start != length) {
             bytes_.fail(bytes_.offset(), u"文字列の長さが正しくありません");
         }
-    }
-
-    static MacroRow rowOf(Record record) {
-        MacroRow row;
-        row.offset = record.offset;
-        row.number = record.row;
-        row.actionNumber = record.first;
-        row.reserved = std::move(record.texts[Reserved]);
-        row.comment = std::move(record.texts[Comment]);
-        row.condition = std::move(record.texts[Condition]);
-        row.name = std::move(record.texts[Name]);
-        std::move(record.texts.begin() + FirstArgument, record.texts.end(), row.arguments.begin());
-        return row;
     }
 
     DesignBytes bytes_;

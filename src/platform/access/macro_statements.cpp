@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <iterator>
+#include <map>
 
 #include "access/macro_commands.h"
 
@@ -105,9 +106,7 @@ std::optional<TextView> commandConstant(TextView stored) {
     return name.empty() ? std::nullopt : std::optional(name);
 }
 
-} // namespace
-
-MacroStatement statementOf(const MacroAction& action) {
+MacroStatement makeStatement(const MacroAction& action) {
     const auto* form = std::ranges::find(forms, action.number, &Form::action);
     if (form != std::end(forms)) {
         return {Text(form->pattern), form->droppedEnd, form->beepWhen};
@@ -119,6 +118,19 @@ MacroStatement statementOf(const MacroAction& action) {
         statement.pattern += u'>';
     }
     return statement;
+}
+
+} // namespace
+
+const MacroStatement& statementOf(const MacroAction& action) {
+    static const auto statements = [] {
+        std::map<std::uint16_t, MacroStatement> made;
+        for (const MacroAction& each : macroActions()) {
+            made.emplace(each.number, makeStatement(each));
+        }
+        return made;
+    }();
+    return statements.at(action.number);
 }
 
 std::optional<TextView> constantOf(ArgumentKind kind, TextView stored) {

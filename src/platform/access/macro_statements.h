@@ -15,7 +15,7 @@ struct MacroStatement {
 };
 
 // "DoCmd." with the name and all the arguments in stored order, but for those actions that have a form of their own.
-MacroStatement statementOf(const MacroAction& action);
+const MacroStatement& statementOf(const MacroAction& action);
 
 // How the stored value of an enumeration or of yes/no is written: empty when it is left out, nothing when it is none
 // that Access 97 knows.

@@ -104,6 +104,9 @@ public:
         }
         const TextView line = *rest_;
         rest_.reset();
+        if (line.find(u':') == TextView::npos) { // nearly every line; readers of words stop at its comment
+            return line;
+        }
         if (isComment(line)) {
             return TextView();
         }
