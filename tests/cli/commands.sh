@@ -33,7 +33,8 @@ check "target missing on the line" 2 "$cli" document
 cp "$samples/juchu.mdb" "$work/受注 97.mdb"
 before=$(sha256sum <"$work/受注 97.mdb")
 check "document" 0 "$cli" document "$work/受注 97.mdb" --without-links --out "$work/folder"
-for report in R_RvHyousi R_RvHyousiH R_RvHyousiW R_RvObjectAll R_RvTblTable R_RvTblIndex R_RvQeryAll R_RvQerySql R_RvFile; do
+for report in R_RvHyousi R_RvHyousiH R_RvHyousiW R_RvObjectAll R_RvTblTable R_RvTblIndex R_RvQeryAll R_RvQerySql R_RvFile \
+    R_RvProcName R_RvProcName50 R_RvModule R_RvModule50 R_RvModule2 R_RvModule250 R_RvModStep R_RvComment R_RvMacro; do
     [ -s "$work/folder/$report.pdf" ] || { echo "FAILED: no $report.pdf"; failed=1; }
 done
 check "document with a relative path" 0 sh -c 'cd "$1" && "$2" document "受注 97.mdb" --without-links --quiet --out here' - "$work" "$cli"
