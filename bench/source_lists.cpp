@@ -7,7 +7,8 @@
 // macros whose converted modules have about as many lines, five members a macro, 200 lines a member. Each measurement is
 // a process of its own, which times its work alone, from the press of the button: the list with a store that keeps no rows, the list with the work
 // database, and the bare prepared insertion of the rows that it left. Against the first stands Universal Ctags, which
-// looks for the procedures in the same text, exported; its time is that of its whole process. They take turns, and the
+// looks for the procedures in the same text, exported; its time is that of its whole process. What the conversion of the
+// macros takes of the first is measured apart: ctags is given its result. They take turns, and the
 // median of the rounds by processor time counts. The last lines hold the time of one line in the biggest file against
 // that in the smallest: 1 is growth in proportion.
 #include <fcntl.h>
@@ -24,6 +25,7 @@
 
 #include "access/macro_conversion.h"
 #include "access/macro_source.h"
+#include "access/module_model.h"
 #include "keeps_nothing.h"
 #include "own_process.h"
 #include "platform/codepage.h"
@@ -118,6 +120,17 @@ void makeMacros(const Source& source, int lines) {
     }
 }
 
+// The macros made into modules, which is done to them ahead of the scan.
+Measured convertMacros(const Source& source) {
+    return timed([&] {
+        const access::MacroSource macros(jet::openJetFile(source.database.string(), {}));
+        for (const access::MacroDocument& macro : macros.macros()) {
+            access::openModule(
+                {access::ModuleKind::Standard, access::convertMacro(macro.name, macros.sheet(macro))});
+        }
+    });
+}
+
 // ---- Universal Ctags
 
 Measured runCtags(const fs::path& folder) {
@@ -149,11 +162,11 @@ Measured runCtags(const fs::path& folder) {
 // ---- Rounds
 
 struct Ways {
-    Measured ctags, withoutStore, withStore, bare;
+    Measured ctags, withoutStore, withStore, bare, conversion;
 };
 
 Ways measure(const List& list, const Source& source, const fs::path& folder) {
-    std::vector<Measured> ctags, withoutStore, withStore, bare;
+    std::vector<Measured> ctags, withoutStore, withStore, bare, conversion;
     const auto fresh = [&](const char* name) { return freshProgramFolder(ORIGINALS, folder / name); };
     for (int round = 0; round < rounds; ++round) {
         ctags.push_back(runCtags(source.exported));
@@ -164,8 +177,13 @@ Ways measure(const List& list, const Source& source, const fs::path& folder) {
         const fs::path empty = fresh("bare");
         bare.push_back(
             inOwnProcess([&] { return insertBare(with / workDatabase, empty / workDatabase, list.tables); }));
+        if (list.ofMacros) {
+            conversion.push_back(inOwnProcess([&] { return convertMacros(source); }));
+        } else {
+            conversion.emplace_back();
+        }
     }
-    return {median(ctags), median(withoutStore), median(withStore), median(bare)};
+    return {median(ctags), median(withoutStore), median(withStore), median(bare), median(conversion)};
 }
 
 void print(const char* way, const Measured& measured, double lines) {
@@ -179,6 +197,11 @@ void print(const List& list, const Ways& ways, double lines) {
     std::printf("\n");
     print("without store", ways.withoutStore, lines);
     std::printf(", %.2f of the lines of ctags\n", ways.ctags.processor / ways.withoutStore.processor);
+    if (list.ofMacros) {
+        print("conversion", ways.conversion, lines);
+        std::printf(", and with what is left %.2f of the lines of ctags\n",
+                    ways.ctags.processor / (ways.withoutStore.processor - ways.conversion.processor));
+    }
     print("bare insertion", ways.bare, lines);
     std::printf("\n");
     print("with store", ways.withStore, lines);
