@@ -354,3 +354,215 @@ JOIN (
     FROM "line"
     GROUP BY "objectNo"
 ) AS "object" ON "object"."objectNo" = "line"."objectNo";
+
+-- Where a table is used, object by object: the further places of an object continue its row.
+CREATE VIEW "Print_RvLinkTable" AS
+SELECT
+    "objectNo",
+    "Bunrui",
+    "ObjectName",
+    CASE WHEN "FurtherPlace" IS NULL THEN "ObjectName" END AS "NewObject",
+    "ControlName",
+    "PropertyName",
+    "FurtherPlace"
+FROM (
+    SELECT *, rowid AS "PlaceNo", CASE WHEN LAG("objectNo") OVER (ORDER BY rowid) IS "objectNo" THEN 1 END AS "FurtherPlace"
+    FROM "T_RvLinkObject"
+)
+ORDER BY "PlaceNo";
+
+-- What was asked, and the answer in numbers.
+CREATE VIEW "Print_RvLinkTableHead" AS
+SELECT
+    "MotoName",
+    COUNT(DISTINCT CASE WHEN "Bunrui" = 'クエリ' THEN "objectNo" END) AS "QueryCount",
+    COUNT(DISTINCT CASE WHEN "Bunrui" = 'フォーム' THEN "objectNo" END) AS "FormCount",
+    COUNT(DISTINCT CASE WHEN "Bunrui" = 'レポート' THEN "objectNo" END) AS "ReportCount",
+    COUNT(*) AS "PlaceCount"
+FROM "T_RvLinkObject"
+GROUP BY "MotoName";
+
+-- What forms or reports refer to: their own sources and events and those of their controls (Part 0), then the
+-- procedures that their code calls (Part 1), each once for a calling procedure, with the number of lines. The rows keep
+-- the kind of control and the object of the row before where they have none of their own: those are not shown. Only
+-- events tell forms from reports, and one run walks forms alone or reports alone.
+CREATE VIEW "Print_RvLinkObject" AS
+WITH "listed" AS (
+    SELECT
+        "objectNo", 0 AS "Part", rowid AS "PlaceNo", "ObjectName",
+        "ControlNo" AS "OwnerNo",
+        CASE WHEN "ControlNo" > 0 THEN "ControlName" ELSE '(オブジェクト自体)' END AS "Owner",
+        CASE WHEN "ControlNo" > 0 THEN "ControlBunrui" END AS "ControlKind",
+        "PropertyName", "Bunrui", "PropertyValue",
+        CASE
+            WHEN "Bunrui" = 'ﾕｰｻﾞｰ関数' THEN "MotoName"
+            WHEN "Bunrui" = 'マクロ' AND "PropertyValue" NOT LIKE '=%' THEN NULLIF("MotoName", "PropertyValue")
+        END AS "MotoName",
+        NULL AS "LinkProcedure", NULL AS "LineCount"
+    FROM "T_RvLinkObject"
+    UNION ALL
+    SELECT
+        "objectNo", 1, MIN(rowid), "ObjectName",
+        "Procedure",
+        COALESCE(NULLIF("Procedure", ''), '(Declarations)'),
+        NULL,
+        NULL, NULL, NULL,
+        "MotoName",
+        "LinkProcedure", COUNT(*)
+    FROM "T_RvLinkModule"
+    GROUP BY "objectNo", "Procedure", "LinkProcedure", "MotoName"
+), "continued" AS (
+    SELECT
+        *,
+        CASE
+            WHEN LAG("PlaceNo") OVER "part" IS NOT NULL AND LAG("OwnerNo") OVER "part" IS "OwnerNo" THEN 1
+        END AS "FurtherRow"
+    FROM "listed"
+    WINDOW "part" AS (PARTITION BY "objectNo", "Part" ORDER BY "PlaceNo")
+)
+SELECT
+    *,
+    CASE WHEN "FurtherRow" IS NULL THEN "Owner" END AS "NewOwner",
+    CASE WHEN "FurtherRow" IS NULL THEN "ControlKind" END AS "NewKind",
+    (
+        SELECT MAX(CASE WHEN "ControlNo" > 0 THEN 'フォーム' ELSE "ControlName" END)
+        FROM "T_RvLinkObject"
+        WHERE "Bunrui" = 'マクロ'
+    ) AS "ObjectKind"
+FROM "continued";
+
+-- The callers of each procedure, each once with the number of its lines; how many callers and lines there are in all.
+CREATE VIEW "Print_RvLinkProc" AS
+SELECT
+    *,
+    CASE WHEN "FurtherCaller" IS NULL THEN "Bunrui" END AS "NewKind",
+    CASE WHEN "FurtherCaller" IS NULL THEN "ObjectName" END AS "NewObject"
+FROM (
+    SELECT
+        "MotoName",
+        "LinkProcedure",
+        "Bunrui",
+        "ObjectName",
+        COALESCE(NULLIF("Procedure", ''), '(Declarations)') AS "Caller",
+        COUNT(*) AS "LineCount",
+        MIN(rowid) AS "PlaceNo",
+        COUNT(*) OVER "called" AS "CallerCount",
+        SUM(COUNT(*)) OVER "called" AS "CallCount",
+        CASE
+            WHEN LAG("objectNo") OVER (PARTITION BY "MotoName", "LinkProcedure" ORDER BY MIN(rowid)) IS "objectNo" THEN 1
+        END AS "FurtherCaller"
+    FROM "T_RvLinkModule"
+    GROUP BY "MotoName", "LinkProcedure", "objectNo", "Procedure"
+    WINDOW "called" AS (PARTITION BY "MotoName", "LinkProcedure")
+);
+
+-- Declared names without what marks their type or value and their comment. The name of a type without a comment has
+-- its whole line as one, which is not shown.
+CREATE VIEW "Print_RvHensu" AS
+SELECT
+    rowid AS "PlaceNo",
+    "objectNo",
+    "ObjectName",
+    COALESCE(NULLIF("ProcedureName", ''), '(Declarations)') AS "ProcedureName",
+    "HensuName",
+    "Property",
+    "Bunrui",
+    substr("Type", instr("Type", '/') + 1) AS "Type",
+    CASE
+        WHEN "Bunrui" <> '定義' OR "Description" NOT LIKE "Property" || '%Type%' || "HensuName"
+        THEN ltrim("Description", ''' ')
+    END AS "Description"
+FROM "T_RvHensu";
+
+-- Constants and variables: the further ones of a procedure continue its row.
+CREATE VIEW "Print_RvHensuNames" AS
+SELECT *, CASE WHEN "FurtherName" IS NULL THEN "ProcedureName" END AS "NewProcedure"
+FROM (
+    SELECT *, CASE WHEN LAG("ProcedureName") OVER "object" IS "ProcedureName" THEN 1 END AS "FurtherName"
+    FROM "Print_RvHensu"
+    WINDOW "object" AS (PARTITION BY "Bunrui", "objectNo" ORDER BY "PlaceNo")
+);
+CREATE VIEW "Print_RvHensuT" AS SELECT * FROM "Print_RvHensuNames" WHERE "Bunrui" = '定数';
+CREATE VIEW "Print_RvHensuH" AS SELECT * FROM "Print_RvHensuNames" WHERE "Bunrui" = '変数';
+
+-- Types, each row with the name, scope and comment of its type. A row without a type of its own is the name of one.
+CREATE VIEW "Print_RvHensuU" AS
+SELECT
+    "PlaceNo",
+    "objectNo",
+    "ObjectName",
+    "TypeNo",
+    FIRST_VALUE("HensuName") OVER "members" AS "TypeName",
+    FIRST_VALUE("Property") OVER "members" AS "Property",
+    FIRST_VALUE("Description") OVER "members" AS "TypeDescription",
+    CASE WHEN "IsName" THEN NULL ELSE "HensuName" END AS "MemberName",
+    "Type",
+    CASE WHEN "IsName" THEN NULL ELSE "Description" END AS "Description"
+FROM (
+    SELECT *, SUM("IsName") OVER (ORDER BY "PlaceNo") AS "TypeNo"
+    FROM (SELECT *, COALESCE("Type", '') = '' AS "IsName" FROM "Print_RvHensu" WHERE "Bunrui" = '定義')
+)
+WINDOW "members" AS (PARTITION BY "TypeNo" ORDER BY "PlaceNo");
+
+-- The objects of now beside those of the earlier state. Names that differ in case alone are one name to Access. Grouped,
+-- as SQLite has no index for a join that keeps what only one side has.
+-- Change: 1 new, 2 changed, 3 deleted, 4 the same.
+CREATE VIEW "Print_RvObjectUpdate" AS
+SELECT
+    *,
+    CASE WHEN "Change" < 4 THEN 1 END AS "Differs",
+    CASE "Class"
+        WHEN 'Table' THEN 1 WHEN 'Query' THEN 2 WHEN 'Form' THEN 3 WHEN 'Report' THEN 4 WHEN 'Macro' THEN 5
+        WHEN 'Module' THEN 6 ELSE 7
+    END AS "ClassNo"
+FROM (
+    SELECT
+        "Class",
+        MAX("ObjectName") AS "ObjectName",
+        MAX("Now") AS "DateUpdate",
+        MAX("Old") AS "OldDateUpdate",
+        CASE
+            WHEN MAX("IsOld") = 0 THEN 1
+            WHEN MIN("IsOld") = 1 THEN 3
+            WHEN MAX("Now") IS NOT MAX("Old") THEN 2
+            ELSE 4
+        END AS "Change"
+    FROM (
+        SELECT "Class", "ObjectName", "DateUpdate" AS "Now", NULL AS "Old", 0 AS "IsOld" FROM "T_RvSaveObject"
+        UNION ALL
+        SELECT "Class", "ObjectName", NULL, "DateUpdate", 1 FROM "T_RvSaveObjectOld"
+    )
+    GROUP BY "Class", "ObjectName" COLLATE NOCASE
+);
+
+-- Which two files were compared, and the result in numbers.
+CREATE VIEW "Print_RvObjectUpdateHead" AS
+SELECT
+    "flag"."ObjName",
+    "flag"."ObjNameOld",
+    COUNT(CASE WHEN "object"."Change" = 1 THEN 1 END) AS "NewCount",
+    COUNT(CASE WHEN "object"."Change" = 2 THEN 1 END) AS "ChangedCount",
+    COUNT(CASE WHEN "object"."Change" = 3 THEN 1 END) AS "DeletedCount",
+    COUNT(CASE WHEN "object"."Change" = 4 THEN 1 END) AS "SameCount"
+FROM "T_RvSaveFlag" AS "flag"
+LEFT JOIN "Print_RvObjectUpdate" AS "object" ON TRUE
+GROUP BY "flag".rowid;
+
+-- Specifications and their columns, by their place in the line.
+CREATE VIEW "Print_RvTeigi" AS
+SELECT
+    "spec".rowid AS "SpecNo",
+    "spec".*,
+    CASE
+        WHEN "item".rowid IS NOT NULL
+        THEN ROW_NUMBER() OVER (PARTITION BY "spec".rowid ORDER BY "item"."Start", "item".rowid)
+    END AS "ColumnNo",
+    "item"."FieldName",
+    "item"."dataType",
+    "item"."Start",
+    "item"."Width",
+    "item"."IndexType",
+    "item"."SkipColumn",
+    "item"."Attributes"
+FROM "T_RvTeigi" AS "spec"
+LEFT JOIN "T_RvTeigiItem" AS "item" ON "item"."SpecID" = "spec"."SpecID";

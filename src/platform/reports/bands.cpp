@@ -156,10 +156,12 @@ Block Bands::heading(std::size_t group) {
 }
 
 // The cell of a column; `pad` is the air left and right of the text.
-Cell Bands::columnCell(const Column& column, const QString& text, const Edges& edges, std::size_t index,
-                       double pad, Wrap how) {
+Cell Bands::columnCell(const Column& column, const Row& row, const QString& text, const Edges& edges,
+                       std::size_t index, double pad, Wrap how) {
     const double width = edges[index + 1] - edges[index] - 2 * pad;
-    const style::TextStyle& look = column.bold    ? style::tableBold
+    const bool accent = column.accent && holds(*column.accent, row);
+    const style::TextStyle& look = accent         ? style::tableAccent
+                                   : column.bold  ? style::tableBold
                                    : column.faint ? style::tableFaint
                                                   : style::table;
     const QString shown =
@@ -177,7 +179,7 @@ Block Bands::columnsBar(std::size_t level, const Row& row, bool continued) {
         if (continued && i == 0) {
             text += QString::fromUtf16(style::continued);
         }
-        cells.push_back(columnCell(column, text, edges, i, cellPadX, column.wrap));
+        cells.push_back(columnCell(column, row, text, edges, i, cellPadX, column.wrap));
     }
     Block result = cells_.block(cells, cellPadY, cellPadY);
     result.kept = static_cast<int>(result.strips.size());
@@ -203,7 +205,7 @@ Block Bands::row(std::size_t table, const Row& row, const Totals& totals, const 
         const bool again = place == Place::Top && !column.again.empty();
         const QString text = textOf(again ? column.again : column.text, row, definition_, &totals);
         cells.push_back(
-            columnCell(column, text, edges, i, open ? cellPadX / 2 : cellPadX, wrapOf(column, row)));
+            columnCell(column, row, text, edges, i, open ? cellPadX / 2 : cellPadX, wrapOf(column, row)));
     }
     const double pad = open ? 0 : cellPadY;
     Block result = cells_.block(cells, pad, pad);
@@ -236,7 +238,8 @@ Block Bands::totalsRow(const QString& label, const Row& last, const Totals& tota
     for (std::size_t i = first; i < columns.size(); ++i) {
         Column column = columns[i];
         column.bold = true;
-        cells.push_back(columnCell(column, textOf(column.total, last, definition_, &totals), edges, i,
+        column.accent.reset();
+        cells.push_back(columnCell(column, last, textOf(column.total, last, definition_, &totals), edges, i,
                                    cellPadX, column.wrap));
         drawn.push_back(edges[i]);
     }

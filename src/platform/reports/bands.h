@@ -36,8 +36,8 @@ public:
 private:
     using Edges = std::vector<double>;
     Edges edgesOf(const std::vector<Column>& columns, double indent) const;
-    Cell columnCell(const Column& column, const QString& text, const Edges& edges, std::size_t index,
-                    double pad, Wrap how);
+    Cell columnCell(const Column& column, const Row& row, const QString& text, const Edges& edges,
+                    std::size_t index, double pad, Wrap how);
     Block headingOf(const std::vector<Column>& columns, const Edges& edges, bool last);
     Block columnsBar(std::size_t group, const Row& row, bool continued);
     Block totalsRow(const QString& label, const Row& last, const Totals& totals, bool ofReport);

@@ -76,6 +76,15 @@ void Page::add(Strip strip, double x, double y) {
     }
 }
 
+namespace {
+
+QColor colorOf(int ink) {
+    return ink == style::accentInk ? QColor(style::accentRed, style::accentGreen, style::accentBlue)
+                                   : QColor(ink, ink, ink);
+}
+
+} // namespace
+
 void draw(QPainter& painter, const std::vector<Item>& items, const Fonts& fonts) {
     int font = -1, ink = -1;
     double pen = -1;
@@ -83,11 +92,11 @@ void draw(QPainter& painter, const std::vector<Item>& items, const Fonts& fonts)
     // Grounds first: the ground of one strip must not cover the rule of its neighbour.
     for (const Item& item : items) {
         if (item.kind == Item::Kind::Fill) {
-            painter.fillRect(item.box, QColor(item.ink, item.ink, item.ink));
+            painter.fillRect(item.box, colorOf(item.ink));
         }
     }
     for (const Item& item : items) {
-        const QColor color(item.ink, item.ink, item.ink);
+        const QColor color = colorOf(item.ink);
         switch (item.kind) {
         case Item::Kind::Fill:
             break;

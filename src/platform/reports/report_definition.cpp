@@ -166,6 +166,7 @@ std::vector<Column> Parser::columns(Node& node) {
         column.bold = entry.flag("bold", false);
         column.ruled = entry.flag("ruled", false);
         column.source = texts_.oneCondition(entry, "source");
+        column.accent = texts_.oneCondition(entry, "accent");
         entry.done();
         columns.push_back(std::move(column));
     }

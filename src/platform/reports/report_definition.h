@@ -136,6 +136,7 @@ struct Column {
     bool bold = false;
     bool ruled = false;              // a row that continues one has a rule above it here also without a text
     std::optional<Condition> source; // holds: the text is set as source
+    std::optional<Condition> accent; // holds: the text stands out
 };
 
 struct Group {

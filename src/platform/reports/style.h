@@ -1,4 +1,5 @@
-// The one sober style of all reports. Lengths are twips, type sizes points; ink is 0 black to 255 white.
+// The one sober style of all reports. Lengths are twips, type sizes points; ink is 0 black to 255 white,
+// or the accent.
 #pragma once
 
 namespace relvane::reports::style {
@@ -7,6 +8,10 @@ constexpr double mm = 1440.0 / 25.4;
 constexpr double point = 20.0;
 
 enum class Face { Proportional, Fixed };
+
+// The one colour: dark enough for a black-and-white copier, and never without a word that says the same.
+constexpr int accentInk = -1;
+constexpr int accentRed = 168, accentGreen = 16, accentBlue = 32;
 
 struct TextStyle {
     Face face;
@@ -21,6 +26,7 @@ constexpr TextStyle barName{Face::Proportional, 10, true};
 constexpr TextStyle table{Face::Proportional, 9};
 constexpr TextStyle tableFaint{Face::Proportional, 9, false, 110};
 constexpr TextStyle tableBold{Face::Proportional, 9, true};
+constexpr TextStyle tableAccent{Face::Proportional, 9, true, accentInk};
 constexpr TextStyle note{Face::Proportional, 8};
 constexpr TextStyle source{Face::Fixed, 8};
 constexpr TextStyle sourceFaint{Face::Fixed, 8, false, 120};
