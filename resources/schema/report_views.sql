@@ -366,7 +366,10 @@ SELECT
     "PropertyName",
     "FurtherPlace"
 FROM (
-    SELECT *, rowid AS "PlaceNo", CASE WHEN LAG("objectNo") OVER (ORDER BY rowid) IS "objectNo" THEN 1 END AS "FurtherPlace"
+    SELECT
+        *,
+        rowid AS "PlaceNo",
+        CASE WHEN LAG("objectNo") OVER (ORDER BY rowid) IS "objectNo" THEN 1 END AS "FurtherPlace"
     FROM "T_RvLinkObject"
 )
 ORDER BY "PlaceNo";
@@ -485,24 +488,30 @@ FROM (
 CREATE VIEW "Print_RvHensuT" AS SELECT * FROM "Print_RvHensuNames" WHERE "Bunrui" = '定数';
 CREATE VIEW "Print_RvHensuH" AS SELECT * FROM "Print_RvHensuNames" WHERE "Bunrui" = '変数';
 
--- Types, each row with the name, scope and comment of its type. A row without a type of its own is the name of one.
+-- Members of types, each with the name, scope and comment of its type. A row without a type of its own is the name of
+-- one, and stays where no member follows it.
 CREATE VIEW "Print_RvHensuU" AS
-SELECT
-    "PlaceNo",
-    "objectNo",
-    "ObjectName",
-    "TypeNo",
-    FIRST_VALUE("HensuName") OVER "members" AS "TypeName",
-    FIRST_VALUE("Property") OVER "members" AS "Property",
-    FIRST_VALUE("Description") OVER "members" AS "TypeDescription",
-    CASE WHEN "IsName" THEN NULL ELSE "HensuName" END AS "MemberName",
-    "Type",
-    CASE WHEN "IsName" THEN NULL ELSE "Description" END AS "Description"
+SELECT *
 FROM (
-    SELECT *, SUM("IsName") OVER (ORDER BY "PlaceNo") AS "TypeNo"
-    FROM (SELECT *, COALESCE("Type", '') = '' AS "IsName" FROM "Print_RvHensu" WHERE "Bunrui" = '定義')
+    SELECT
+        "PlaceNo",
+        "objectNo",
+        "ObjectName",
+        "TypeNo",
+        FIRST_VALUE("HensuName") OVER "members" AS "TypeName",
+        FIRST_VALUE("Property") OVER "members" AS "Property",
+        FIRST_VALUE("Description") OVER "members" AS "TypeDescription",
+        CASE WHEN "IsName" THEN NULL ELSE "HensuName" END AS "MemberName",
+        "Type",
+        "Description",
+        "IsName" AND LEAD("PlaceNo") OVER "members" IS NOT NULL AS "HasMembers"
+    FROM (
+        SELECT *, SUM("IsName") OVER (ORDER BY "PlaceNo") AS "TypeNo"
+        FROM (SELECT *, COALESCE("Type", '') = '' AS "IsName" FROM "Print_RvHensu" WHERE "Bunrui" = '定義')
+    )
+    WINDOW "members" AS (PARTITION BY "TypeNo" ORDER BY "PlaceNo")
 )
-WINDOW "members" AS (PARTITION BY "TypeNo" ORDER BY "PlaceNo");
+WHERE NOT "HasMembers";
 
 -- The objects of now beside those of the earlier state. Names that differ in case alone are one name to Access. Grouped,
 -- as SQLite has no index for a join that keeps what only one side has.

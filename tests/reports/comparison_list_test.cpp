@@ -80,7 +80,7 @@ TEST(Comparison, SaysWhatIsNewChangedDeletedAndTheSameByKindOfObject) {
                 ElementsAre("テーブル 1", "フォーム 1", "マクロ 1", "モジュール 1"));
 }
 
-// The share of dots on the first page that are in colour.
+// How many dots of the first page are in colour.
 int colouredDots(const reports::ReportDocument& document) {
     QImage image(827, 1169, QImage::Format_RGB32);
     image.fill(Qt::white);
