@@ -57,6 +57,9 @@ std::function<void()> actionOf(Control& control, const Step& step) {
         if (auto* option = dynamic_cast<OptionButton*>(&control)) {
             return [option] { option->group().choose(option->index()); };
         }
+        if (auto* label = dynamic_cast<Label*>(&control); label != nullptr && label->Click) {
+            return [label] { label->press(); };
+        }
         throw UsageError(nameOf(step) + " needs a value: " + nameOf(step) + "=...");
     }
     if (auto* box = dynamic_cast<CheckBox*>(&control)) {

@@ -128,6 +128,7 @@ const ErrorPlace procedureReferences{u"プロシージャ引用先情報", ofExp
 const ErrorPlace variables{u"変数情報", ofExports, shortMail};
 const ErrorPlace comparison{u"オブジェクト比較", ofExports, shortMail};
 const ErrorPlace preparation{u"初期処理", ofExports, shortMail};
+const ErrorPlace about{u"About　", {}, shortMail}; // its box has a wide blank before the number
 } // namespace places
 
 void showErrorBox(AnalysisContext& context, const ErrorPlace& place, const ErrorBox& box,

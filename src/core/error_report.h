@@ -67,6 +67,7 @@ extern const ErrorPlace csvExportObject, csvExportTable, csvExportQuery, csvExpo
     csvExportMacro;
 extern const ErrorPlace referencesOfForms, referencesOfReports, procedureReferences, variables, comparison,
     preparation;
+extern const ErrorPlace about;
 } // namespace places
 
 void showErrorBox(AnalysisContext& context, const ErrorPlace& place, const ErrorBox& box,

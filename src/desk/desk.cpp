@@ -40,7 +40,12 @@ void showWithTarget(AnalysisContext& context, Form& form) {
 } // namespace
 
 Desk::Desk(Platform& platform, ProgramOptions options)
-    : platform_(platform), options_(std::move(options)), context(platform, frmRelvane), frmSetUp(context) {
+    : platform_(platform),
+      options_(std::move(options)),
+      context(platform, frmRelvane),
+      frmSetUp(context),
+      frmSien(context),
+      frmAbout(context, options_.addresses) {
     wire();
 }
 
@@ -56,7 +61,9 @@ void Desk::wire() {
     form.FileDropped = [this](const Text& path) { selectFile(context, path); };
     form.m1z.Click = form.QueryUnload = [this] { m1z_Click(context); };
     form.m8.Click = [this] { showWithTarget(context, frmSetUp); };
+    form.m7.Click = [this] { showWithTarget(context, frmSien); };
     form.m2.Click = [this] { platform_.system->openScreenSaverSettings(); };
+    form.m5.Click = [this] { frmAbout.Show(); };
     form.m4.Click = [this] { platform_.system->openHelp(context.ProgramFolder + u"Relvane.hlp"); };
 
     form.cmdObject.Click = [this] { cmdObject_Click(context); };

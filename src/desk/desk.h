@@ -16,11 +16,14 @@
 #include "core/analysis_context.h"
 #include "core/frm_relvane.h"
 #include "output/frm_set_up.h"
+#include "support/frm_about.h"
+#include "support/frm_sien.h"
 
 namespace relvane {
 
 struct ProgramOptions {
     Text appPath; // the program's folder, absolute, with or without a separator at its end
+    Addresses addresses = builtInAddresses();
 };
 
 class Desk {
@@ -38,9 +41,11 @@ public:
     FrmRelvane frmRelvane;
     AnalysisContext context;
     FrmSetUp frmSetUp;
+    FrmSien frmSien;
+    FrmAbout frmAbout;
 
     // Every form of the program, for the binder and for finding controls by name.
-    std::vector<Form*> forms() { return {&frmRelvane, &frmSetUp}; }
+    std::vector<Form*> forms() { return {&frmRelvane, &frmSetUp, &frmSien, &frmAbout}; }
 
     // Start-up with the command line behind the program's name: empty, or the quoted path of an analysis file.
     // Shows the main window. Returns false when the program ended, as dispatch does.

@@ -49,6 +49,31 @@ void Control::SetFocus() {
     }
 }
 
+void Label::mouseDown() {
+    held_ = isUsable();
+    if (held_ && MouseDown) {
+        MouseDown();
+    }
+}
+
+void Label::mouseUp(bool isOver) {
+    if (!held_) {
+        return;
+    }
+    held_ = false;
+    if (MouseUp) {
+        MouseUp();
+    }
+    if (isOver && Click) {
+        Click();
+    }
+}
+
+void Label::press() {
+    mouseDown();
+    mouseUp(true);
+}
+
 void TextBox::typeText(relvane::Text text) {
     Text = std::move(text);
     if (Change) {

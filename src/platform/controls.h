@@ -99,16 +99,33 @@ public:
     Observed<Text> Caption;
 };
 
+// A label with a Click is a link.
 class Label : public Control {
 public:
     Label(Form& form, std::string name, Text caption = {}, Control* parent = nullptr)
         : Control(form, std::move(name), noIndex, parent), Caption(changed_, std::move(caption)) {}
     Observed<Text> Caption;
+    Observed<int> Left{changed_, 0}, Top{changed_, 0}; // pixels, from where the window has the label
+    std::function<void()> MouseDown, MouseUp, Click;
+
+    void mouseDown();          // fires MouseDown when usable
+    void mouseUp(bool isOver); // behind mouseDown: fires MouseUp, and Click when the mouse is still over it
+    void press();              // both of them
+
+private:
+    bool held_ = false; // by the mouse
 };
 
 class PictureBox : public Control {
 public:
     using Control::Control;
+};
+
+// A picture of several states.
+class Image : public Control {
+public:
+    Image(Form& form, std::string name) : Control(form, std::move(name)) {}
+    Observed<int> Picture{changed_, 0}; // the state shown, from 0
 };
 
 // A line of variable length inside a picture box: X2 is its right end in the units of the scale, 0 to 2400.

@@ -17,6 +17,12 @@ struct SystemVersion {
     int platform = 1, major = 4, minor = 10;
 };
 
+// Of the disk that holds a folder, in bytes.
+struct DiskSpace {
+    std::int64_t total = 0;
+    std::int64_t free = 0; // for this user
+};
+
 class SystemServices {
 public:
     virtual ~SystemServices() = default;
@@ -28,6 +34,16 @@ public:
     virtual std::int32_t setScreenSaverActive(bool active) = 0;
     virtual void openScreenSaverSettings() = 0;
     virtual void openHelp(const Text& path) = 0; // shows the manual at that path
+
+    virtual DiskSpace GetDiskFreeSpaceEx(const Text& folder) = 0; // 76
+    // The program that carries out commands, as the environment variable COMSPEC names it; empty without one.
+    virtual Text commandProcessor() = 0;
+    // Starts a command (a program and its words, parted by blanks) and does not wait for it. 53 when there is no such
+    // program.
+    virtual void Shell(const Text& command) = 0;
+    // Hands an address ("mailto:...", "https://...") to the program that the desktop opens it with. 53 when there is
+    // none.
+    virtual void openAddress(const Text& address) = 0;
 };
 
 // Everything the logic reaches outside itself. The programs fill it; tests fill it with fakes.

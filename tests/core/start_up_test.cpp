@@ -140,7 +140,7 @@ TEST_F(StartUpTest, FramesOfAnalysesToComeAreHiddenAndTheirControlsExist) {
     for (const CommandButton* button : {&form().cmdForm, &form().cmdReport, &form().cmdControl}) {
         EXPECT_TRUE(button->isShown()) << button->widgetName();
     }
-    EXPECT_FALSE(form().cmdProc.isShown());
+    EXPECT_TRUE(form().cmdProc.isShown());
     EXPECT_FALSE(form().cmdFmImage.isShown()) << "in a frame that is there for its list of files";
     EXPECT_NE(form().find("cboFmImage"), nullptr);
     EXPECT_NE(form().find("opttable_2"), nullptr);

@@ -13,6 +13,7 @@
 
 #include "qt/binder.h"
 #include "qt/gauge_line.h"
+#include "qt/logo_view.h"
 #include "qt/qt_text.h"
 #include "window_test.h"
 
@@ -41,6 +42,7 @@ public:
     Label lblMessage{*this, "lblMessage"};
     PictureBox Picture1{*this, "Picture1"};
     Line linGuage{*this, "linGuage", &Picture1};
+    Image imgLogo{*this, "imgLogo"};
     Timer Timer1{*this, "Timer1"};
 };
 
@@ -60,7 +62,7 @@ public:
                  named<QLabel>("lblName"), named<QLineEdit>("txtName"), named<QLineEdit>("txtTown"),
                  named<QGroupBox>("framKind"), named<QCheckBox>("chkGift"), named<QComboBox>("cboItem"),
                  named<QPushButton>("cmdSave"), named<QPushButton>("cmdPrint_2"), named<QLabel>("lblMessage"),
-                 named<QFrame>("Picture1"), named<QLabel>("caption_foot")}) {
+                 named<QFrame>("Picture1"), named<LogoView>("imgLogo"), named<QLabel>("caption_foot")}) {
             layout->addWidget(widget);
         }
         setCentralWidget(root);
@@ -169,6 +171,56 @@ private slots:
         form_->lblMessage.Caption = u"場所:選択\r\nｴﾗｰNo:91\r<b>内容</b>";
         QCOMPARE(get<QLabel>("lblMessage")->text(), QStringLiteral("場所:選択\nｴﾗｰNo:91\n<b>内容</b>"));
         QCOMPARE(get<QLabel>("lblMessage")->textFormat(), Qt::PlainText);
+    }
+
+    void aLinkIsPressedByTheMouseAndOpensWhenLetGoOverIt() {
+        QStringList events;
+        Label& link = form_->lblName;
+        link.MouseDown = [&] {
+            events << QStringLiteral("down");
+            link.Left = link.Top = 1;
+        };
+        link.MouseUp = [&] {
+            events << QStringLiteral("up");
+            link.Left = link.Top = 0;
+        };
+        link.Click = [&] { events << QStringLiteral("click"); };
+        showWindow();
+        auto* const widget = get<QLabel>("lblName");
+        const QSize size = widget->sizeHint();
+        QTest::mousePress(widget, Qt::LeftButton, {}, QPoint(5, 5));
+        QCOMPARE(events, QStringList{QStringLiteral("down")});
+        QCOMPARE(widget->contentsRect().topLeft(), QPoint(1, 1));
+        QCOMPARE(widget->sizeHint(), size); // the layout stays as it is
+        QTest::mouseRelease(widget, Qt::LeftButton, {}, QPoint(5, 5));
+        QCOMPARE(events.join(QLatin1Char(' ')), QStringLiteral("down up click"));
+        QCOMPARE(widget->contentsRect().topLeft(), QPoint(0, 0));
+
+        events.clear();
+        QTest::mousePress(widget, Qt::LeftButton, {}, QPoint(5, 5));
+        QTest::mouseRelease(widget, Qt::LeftButton, {}, QPoint(5, -40));
+        QCOMPARE(events.join(QLatin1Char(' ')), QStringLiteral("down up"));
+        events.clear();
+        QTest::mouseClick(widget, Qt::RightButton);
+        QVERIFY(events.isEmpty());
+        form_->Enabled = false;
+        QTest::mouseClick(widget, Qt::LeftButton);
+        QVERIFY(events.isEmpty());
+    }
+
+    void thePictureFollowsItsControl() {
+        showWindow();
+        auto* const logo = get<LogoView>("imgLogo");
+        const QImage empty = logo->grab().toImage();
+        form_->imgLogo.Picture = 3;
+        QCOMPARE(logo->picture(), 3);
+        const QImage written = logo->grab().toImage();
+        QVERIFY(written != empty);
+        form_->imgLogo.Picture = LogoView::lines;
+        const QImage full = logo->grab().toImage();
+        QVERIFY(full != written);
+        form_->imgLogo.Picture = LogoView::lines + 3;
+        QVERIFY(logo->grab().toImage() == full);
     }
 
     void aClickPressesTheButtonThroughTheDispatcher() {

@@ -1,5 +1,6 @@
 // The program among others on the desktop: a second start, the manual, the fonts of other systems.
 #include <QDBusConnection>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFile>
 #include <QFontInfo>
@@ -34,6 +35,23 @@ public:
     std::int32_t setScreenSaverActive(bool) override { return 0; }
     void openScreenSaverSettings() override {}
     void openHelp(const Text&) override {}
+    DiskSpace GetDiskFreeSpaceEx(const Text&) override { return {4096, 1024}; }
+    Text commandProcessor() override { return u"processor"; }
+    void Shell(const Text& command) override { started = command; }
+    void openAddress(const Text&) override {}
+
+    Text started;
+};
+
+// Stands for the desktop's programs: addresses of its scheme are handed to it.
+class Opener : public QObject {
+    Q_OBJECT
+
+public:
+    QStringList opened;
+
+public slots:
+    void open(const QUrl& address) { opened << address.toString(); }
 };
 
 class NotedBoxes : public Dialogs {
@@ -121,6 +139,43 @@ private slots:
         QCOMPARE(services.version().minor, 90);
         QVERIFY(services.previousInstance());
         QCOMPARE(services.now().year, 2026);
+    }
+
+    void disksAndCommandsAreThoseOfTheSystem() {
+        DesktopServices services(system_, boxes_);
+        QCOMPARE(services.GetDiskFreeSpaceEx(u"/").total, 4096);
+        QCOMPARE(services.commandProcessor(), Text(u"processor"));
+        services.Shell(u"processor /C Start x");
+        QCOMPARE(system_.started, Text(u"processor /C Start x"));
+    }
+
+    void addressesAreOpenedByTheDesktop() {
+        Opener opener;
+        for (const char* scheme : {"mailto", "https"}) {
+            QDesktopServices::setUrlHandler(QLatin1String(scheme), &opener, "open");
+        }
+        DesktopServices services(system_, boxes_);
+        services.openAddress(u"mailto:team@example.org");
+        services.openAddress(u"https://example.org/relvane");
+        QCOMPARE(opener.opened, (QStringList{QStringLiteral("mailto:team@example.org"),
+                                             QStringLiteral("https://example.org/relvane")}));
+        for (const char* scheme : {"mailto", "https"}) {
+            QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
+        }
+    }
+
+    void anAddressThatNoProgramOpensIsAnError() {
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", "/nonexistent"); // no opener of a desktop
+        DesktopServices services(system_, boxes_);
+        bool failed = false;
+        try {
+            services.openAddress(u"https://example.org");
+        } catch (const RunTimeError& error) {
+            failed = error.is(ErrorNumber::FileNotFound);
+        }
+        qputenv("PATH", path);
+        QVERIFY(failed);
     }
 
     void withoutADesktopTheScreenSaverIsLeftAlone() {

@@ -42,6 +42,8 @@ struct Program {
     std::unique_ptr<EventQueue> events;
     std::unique_ptr<RelvaneWindow> window;
     std::unique_ptr<SetUpWindow> setUp;
+    std::unique_ptr<SienWindow> sien;
+    std::unique_ptr<AboutWindow> about;
 
     // `settings`: the settings file of an earlier run, to begin with.
     explicit Program(const std::filesystem::path& settings = {}) {
@@ -70,17 +72,30 @@ struct Program {
             [this](const std::function<void()>& event) { return desk->dispatch(event); });
         window = std::make_unique<RelvaneWindow>(desk->frmRelvane, *events);
         setUp = std::make_unique<SetUpWindow>(*window, desk->frmSetUp, *events);
+        sien = std::make_unique<SienWindow>(*window, desk->frmSien, *events);
+        about = std::make_unique<AboutWindow>(*window, desk->frmAbout, *events);
         events->fire([this] { desk->start({}); });
     }
     ~Program() {
+        about.reset();
+        sien.reset();
         setUp.reset();
         window.reset();
         desk.reset();
     }
 
+    // Of the main window itself: the windows above it are its children, and have controls of the same names.
     template <class Type>
     Type* get(const char* name) {
-        return window->findChild<Type*>(QLatin1String(name));
+        for (Type* found : window->findChildren<Type*>(QLatin1String(name))) {
+            if constexpr (std::is_base_of_v<QWidget, Type>) {
+                if (found->window() != window.get()) {
+                    continue;
+                }
+            }
+            return found;
+        }
+        return nullptr;
     }
     PreviewWindow* preview() {
         const auto shown = std::dynamic_pointer_cast<PreviewApplication>(desk->context.ReportApp);

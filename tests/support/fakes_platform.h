@@ -136,6 +136,11 @@ public:
     std::vector<bool> screenSaver; // the calls in order
     bool settingsOpened = false;
     Text helpOpened;
+    DiskSpace disk;
+    Text processor;               // COMSPEC
+    std::vector<Text> askedDisks; // folders
+    std::vector<Text> commands, openedAddresses;
+    int failing = 0; // the error of disks, commands and addresses, 0 when they work
 
     SystemVersion version() override { return reported; }
     bool previousInstance() override { return otherInstance; }
@@ -146,6 +151,27 @@ public:
     }
     void openScreenSaverSettings() override { settingsOpened = true; }
     void openHelp(const Text& path) override { helpOpened = path; }
+    DiskSpace GetDiskFreeSpaceEx(const Text& folder) override {
+        fail(folder);
+        askedDisks.push_back(folder);
+        return disk;
+    }
+    Text commandProcessor() override { return processor; }
+    void Shell(const Text& command) override {
+        fail(command);
+        commands.push_back(command);
+    }
+    void openAddress(const Text& address) override {
+        fail(address);
+        openedAddresses.push_back(address);
+    }
+
+private:
+    void fail(const Text& about) const {
+        if (failing != 0) {
+            throw RunTimeError(failing, about);
+        }
+    }
 };
 
 } // namespace relvane::test

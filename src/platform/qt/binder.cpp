@@ -33,6 +33,7 @@ constexpr const char* boundTypes[] = {
     "QMenu",
     "QAction",
     "relvane::qt::GaugeLine",
+    "relvane::qt::LogoView",
     "relvane::qt::FieldFrame",
 };
 

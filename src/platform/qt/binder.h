@@ -2,8 +2,8 @@
 //
 // The names: a control "cmdTable" has the widget "cmdTable", the element 2 of the control array "optTable" the
 // widget "optTable_2". The types: CommandButton QPushButton, OptionButton QRadioButton, CheckBox QCheckBox, Label
-// QLabel, TextBox QLineEdit, ComboBox QComboBox, Frame QGroupBox, PictureBox QFrame, Line GaugeLine, MenuItem QMenu
-// when it has children and QAction otherwise (a caption "-" makes it a separator). A Timer has no widget.
+// QLabel, TextBox QLineEdit, ComboBox QComboBox, Frame QGroupBox, PictureBox QFrame, Line GaugeLine, Image LogoView,
+// MenuItem QMenu when it has children and QAction otherwise (a caption "-" makes it a separator). A Timer has no widget.
 //
 // Every named widget of these types needs its control, but for a QLabel whose name begins with "caption_": the
 // lettering of the layout alone. A window whose file and form disagree is not opened.

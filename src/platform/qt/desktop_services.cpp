@@ -1,6 +1,10 @@
 #include "qt/desktop_services.h"
 
+#include <QDesktopServices>
+#include <QUrl>
+
 #include "core/frm_relvane.h"
+#include "platform/runtime_error.h"
 #include "qt/help_window.h"
 #include "qt/qt_text.h"
 
@@ -36,6 +40,12 @@ void DesktopServices::openHelp(const Text& path) {
     help_->show();
     help_->raise();
     help_->activateWindow();
+}
+
+void DesktopServices::openAddress(const Text& address) {
+    if (!QDesktopServices::openUrl(QUrl(toQString(address)))) {
+        throw RunTimeError(ErrorNumber::FileNotFound, address);
+    }
 }
 
 } // namespace relvane::qt

@@ -1,4 +1,4 @@
-// What the windows add to the services of the operating system: screen saver, settings, manual.
+// What the windows add to the services of the operating system: screen saver, settings, manual, addresses.
 #pragma once
 
 #include <memory>
@@ -12,7 +12,7 @@ class HelpWindow;
 
 class DesktopServices final : public SystemServices {
 public:
-    // Clock, version and the second instance are those of `system`; boxes go through `dialogs`. Both live longer.
+    // What has nothing to do with the desktop is done by `system`; boxes go through `dialogs`. Both live longer.
     DesktopServices(SystemServices& system, Dialogs& dialogs);
     ~DesktopServices() override;
 
@@ -22,6 +22,10 @@ public:
     std::int32_t setScreenSaverActive(bool active) override;
     void openScreenSaverSettings() override; // says so where the desktop has no settings program we know
     void openHelp(const Text& path) override;
+    DiskSpace GetDiskFreeSpaceEx(const Text& folder) override { return system_.GetDiskFreeSpaceEx(folder); }
+    Text commandProcessor() override { return system_.commandProcessor(); }
+    void Shell(const Text& command) override { system_.Shell(command); }
+    void openAddress(const Text& address) override;
 
     HelpWindow* helpWindow() const { return help_.get(); } // nullptr until the manual was shown
 

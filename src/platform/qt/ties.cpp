@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
@@ -17,6 +18,7 @@
 #include <type_traits>
 
 #include "qt/gauge_line.h"
+#include "qt/logo_view.h"
 #include "qt/qt_text.h"
 
 namespace relvane::qt {
@@ -113,11 +115,42 @@ class LabelTie : public TieOf<Label, QLabel> {
 public:
     LabelTie(Label& control, QLabel& widget, EventQueue& events) : TieOf(control, widget, events) {
         widget.setTextFormat(Qt::PlainText);
+        widget.installEventFilter(this);
     }
     void show() override {
         TieOf::show();
         widget_.setText(withLineBreaks(control_.Caption.get()));
+        if (control_.Click) {
+            widget_.setCursor(Qt::PointingHandCursor);
+        }
+        // Its text moves within the widget, whose size and place are the layout's.
+        if (const QPoint moved(control_.Left, control_.Top); moved != shownAt_) {
+            shownAt_ = moved;
+            widget_.setContentsMargins(moved.x(), moved.y(), -moved.x(), -moved.y());
+        }
     }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        const bool down = event->type() == QEvent::MouseButtonPress;
+        if (!control_.Click || (!down && event->type() != QEvent::MouseButtonRelease)) {
+            return false;
+        }
+        const auto* const mouse = static_cast<QMouseEvent*>(event);
+        if (mouse->button() != Qt::LeftButton) {
+            return false;
+        }
+        if (down) {
+            events_.fire([this] { control_.mouseDown(); });
+        } else {
+            const bool isOver = widget_.rect().contains(mouse->position().toPoint());
+            events_.fire([this, isOver] { control_.mouseUp(isOver); });
+        }
+        return true;
+    }
+
+private:
+    QPoint shownAt_;
 };
 
 class TextTie : public TieOf<TextBox, QLineEdit> {
@@ -200,6 +233,15 @@ public:
 class PictureTie : public TieOf<PictureBox, QFrame> {
 public:
     using TieOf::TieOf;
+};
+
+class ImageTie : public TieOf<Image, LogoView> {
+public:
+    using TieOf::TieOf;
+    void show() override {
+        TieOf::show();
+        widget_.setPicture(control_.Picture);
+    }
 };
 
 class LineTie : public TieOf<Line, GaugeLine> {
@@ -288,6 +330,7 @@ std::unique_ptr<Tie> makeTie(Control& control, QObject& partner, EventQueue& eve
            tieAs<ComboTie, ComboBox, QComboBox>(tie, control, partner, events) ||
            tieAs<FrameTie, Frame, QGroupBox>(tie, control, partner, events) ||
            tieAs<PictureTie, PictureBox, QFrame>(tie, control, partner, events) ||
+           tieAs<ImageTie, Image, LogoView>(tie, control, partner, events) ||
            tieAs<LineTie, Line, GaugeLine>(tie, control, partner, events) ||
            tieAs<MenuTie, MenuItem, QMenu>(tie, control, partner, events) ||
            tieAs<EntryTie, MenuItem, QAction>(tie, control, partner, events) ||
@@ -307,6 +350,7 @@ const char* widgetTypeOf(const Control& control) {
            : is(std::type_identity<ComboBox>())     ? "QComboBox"
            : is(std::type_identity<Frame>())        ? "QGroupBox"
            : is(std::type_identity<PictureBox>())   ? "QFrame"
+           : is(std::type_identity<Image>())        ? "relvane::qt::LogoView"
            : is(std::type_identity<Line>())         ? "relvane::qt::GaugeLine"
            : is(std::type_identity<MenuItem>())     ? "QAction or QMenu"
                                                     : "QTimer";

@@ -7,11 +7,17 @@
 
 #include "qt/file_drop.h"
 #include "qt/shortcuts.h"
+#include "ui_frmAbout.h"
 #include "ui_frmRelvane.h"
 #include "ui_frmSetUp.h"
+#include "ui_frmSien.h"
 
 namespace relvane::qt {
 namespace {
+
+// A window that stays above the main window.
+constexpr Qt::WindowFlags aboveAnother =
+    Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
 
 // What tells of a run stays readable while the window is blocked by it.
 void keepReadable(std::initializer_list<QWidget*> widgets) {
@@ -52,14 +58,29 @@ void RelvaneWindow::comeForward() {
     activateWindow();
 }
 
-SetUpWindow::SetUpWindow(QWidget& above, FrmSetUp& form, EventQueue& events)
-    : QWidget(&above,
-              Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
+SetUpWindow::SetUpWindow(QWidget& above, FrmSetUp& form, EventQueue& events) : QWidget(&above, aboveAnother) {
     Ui::frmSetUp ui;
     ui.setupUi(this);
     binder_ = std::make_unique<Binder>(*this, form, events);
 }
 
 SetUpWindow::~SetUpWindow() = default;
+
+SienWindow::SienWindow(QWidget& above, FrmSien& form, EventQueue& events) : QWidget(&above, aboveAnother) {
+    Ui::frmSien ui;
+    ui.setupUi(this);
+    keepReadable({ui.txtMesege, ui.lblPer, ui.linGuage});
+    binder_ = std::make_unique<Binder>(*this, form, events);
+}
+
+SienWindow::~SienWindow() = default;
+
+AboutWindow::AboutWindow(QWidget& above, FrmAbout& form, EventQueue& events) : QWidget(&above, aboveAnother) {
+    Ui::frmAbout ui;
+    ui.setupUi(this);
+    binder_ = std::make_unique<Binder>(*this, form, events);
+}
+
+AboutWindow::~AboutWindow() = default;
 
 } // namespace relvane::qt

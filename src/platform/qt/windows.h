@@ -7,6 +7,8 @@
 #include "core/frm_relvane.h"
 #include "output/frm_set_up.h"
 #include "qt/binder.h"
+#include "support/frm_about.h"
+#include "support/frm_sien.h"
 
 namespace relvane::qt {
 
@@ -32,6 +34,30 @@ class SetUpWindow : public QWidget {
 public:
     SetUpWindow(QWidget& above, FrmSetUp& form, EventQueue& events);
     ~SetUpWindow() override;
+
+private:
+    std::unique_ptr<Binder> binder_;
+};
+
+// The developer support; stays above the main window.
+class SienWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    SienWindow(QWidget& above, FrmSien& form, EventQueue& events);
+    ~SienWindow() override;
+
+private:
+    std::unique_ptr<Binder> binder_;
+};
+
+// The about box.
+class AboutWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    AboutWindow(QWidget& above, FrmAbout& form, EventQueue& events);
+    ~AboutWindow() override;
 
 private:
     std::unique_ptr<Binder> binder_;

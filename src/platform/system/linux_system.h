@@ -17,6 +17,10 @@ public:
     std::int32_t setScreenSaverActive(bool active) override; // without a desktop there is none: success
     void openScreenSaverSettings() override;                 // RunTimeError 5: there is no desktop
     void openHelp(const Text& path) override;                // says on standard error where the manual lies
+    DiskSpace GetDiskFreeSpaceEx(const Text& folder) override;
+    Text commandProcessor() override;
+    void Shell(const Text& command) override;
+    void openAddress(const Text& address) override; // says the address on standard error
 
 private:
     bool anotherRuns_;
