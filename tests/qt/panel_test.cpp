@@ -730,18 +730,20 @@ private slots:
         struct {
             Qt::Key key;
             Qt::KeyboardModifiers with;
-            const char* report;
-        } const rows[] = {{Qt::Key_F7, {}, "R_RvProcName"},
-                          {Qt::Key_F8, {}, "R_RvModule2"},
-                          {Qt::Key_F9, {}, "R_RvModStep"},
-                          {Qt::Key_F10, {}, "R_RvMacro"},
-                          {Qt::Key_K, Qt::ControlModifier, "R_RvComment"}};
+            const char *action, *preview, *report;
+        } const rows[] = {{Qt::Key_F7, {}, "cmdProc", "cmdPPre", "R_RvProcName"},
+                          {Qt::Key_F8, {}, "cmdModule", "cmdMPre", "R_RvModule2"},
+                          {Qt::Key_F9, {}, "cmdModStep", "cmdMsPre", "R_RvModStep"},
+                          {Qt::Key_F10, {}, "cmdMacro", "cmdMCPre", "R_RvMacro"},
+                          {Qt::Key_K, Qt::ControlModifier, "cmdComment", "cmdCmPre", "R_RvComment"}};
         for (const auto& row : rows) {
-            for (const Qt::KeyboardModifier preview : {Qt::NoModifier, Qt::ShiftModifier}) {
+            for (const bool again : {false, true}) {
+                QTRY_VERIFY(get<QPushButton>(again ? row.preview : row.action)->isEnabled());
                 program_->window->activateWindow();
                 QVERIFY(QTest::qWaitForWindowActive(program_->window.get()));
                 const QPointer<PreviewWindow> before(program_->preview());
-                QTest::keyClick(program_->window.get(), row.key, row.with | preview);
+                QTest::keyClick(program_->window.get(), row.key,
+                                row.with | (again ? Qt::ShiftModifier : Qt::NoModifier));
                 QTRY_VERIFY(program_->preview() != nullptr && before.isNull());
                 QCOMPARE(nameOfReport(), QLatin1String(row.report));
             }
