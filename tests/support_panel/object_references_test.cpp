@@ -366,16 +366,16 @@ TEST_F(ObjectReferences, NumbersOfPropertiesBeginAnewOnlyAtSubformsAndLists) {
                                  u"C|3|1", u"C|3|1", u"K2|4|2", u"K3|6|1", u"S|7|1", u"K4|8|2"}));
 }
 
-TEST_F(ObjectReferences, NumbersBeginAnewWithEachForm) {
+TEST_F(ObjectReferences, NumbersBeginAnewWithEachFormAndItsSourceBearsNoControl) {
     for (const TextView name : {u"F1", u"F2"}) {
         FakeForm& form = addForm(Text(name), u"顧客");
         form.put(onLoad, u"OnLoad", u"m");
         addList(form, u"C", test::comboBoxNumber, u"顧客");
     }
     EXPECT_TRUE(listForms());
-    EXPECT_EQ(
-        rows({u"objectNo", u"ObjectName", u"ControlNo", u"PropertyNo"}),
-        (std::vector<Text>{u"1|F1|0|0", u"1|F1|0|1", u"1|F1|1|1", u"2|F2|0|0", u"2|F2|0|1", u"2|F2|1|1"}));
+    EXPECT_EQ(rows({u"objectNo", u"ObjectName", u"ControlNo", u"PropertyNo", u"ControlName"}),
+              (std::vector<Text>{u"1|F1|0|0|", u"1|F1|0|1|フォーム", u"1|F1|1|1|C", u"2|F2|0|0|",
+                                 u"2|F2|0|1|フォーム", u"2|F2|1|1|C"}));
 }
 
 TEST_F(ObjectReferences, WhatARowDoesNotSetIsThatOfTheRowBefore) {

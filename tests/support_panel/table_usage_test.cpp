@@ -257,15 +257,14 @@ TEST_F(TableUsageRun, AReadingThatFailsWhileErrorsAreSkippedLeavesTheTextBefore)
 
 TEST_F(TableUsageRun, ARowThatCannotBeWrittenIsLeftOutWhileErrorsAreSkipped) {
     addCleanQuery();
-    addForm(u"F1", u"顧客");
-    addForm(u"F2", u"顧客");
+    addForm(u"F", u"顧客").add(u"S", test::subformNumber).set(u"SourceObject", u"顧客");
     int rows = 0;
     store.onUpdate = [&](TextView) {
         if (++rows == 1) {
             throw RunTimeError(ErrorNumber::DiskFull);
         }
     };
-    EXPECT_EQ(usageOf(u"顧客"), (std::vector<Text>{u"3|フォーム|F2||ﾚｺｰﾄﾞｿｰｽ|顧客"}));
+    EXPECT_EQ(usageOf(u"顧客"), (std::vector<Text>{u"2|フォーム|F|S|ｿｰｽｵﾌﾞｼﾞｪｸﾄ|顧客"}));
 }
 
 // Behind a query with ambiguous outer joins errors are reported again.
