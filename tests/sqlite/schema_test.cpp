@@ -294,11 +294,14 @@ TEST_F(SchemaTest, HoldsNothingButTheTablesAndQueriesWrittenHere) {
     EXPECT_EQ(found, known);
 }
 
-TEST_F(SchemaTest, EveryViewForPaperIsTheSourceOfAReport) {
+TEST_F(SchemaTest, EveryViewForPaperIsTheSourceOfAReportOrOfAnotherView) {
     EXPECT_FALSE(names("SELECT name FROM sqlite_schema WHERE name LIKE 'Print!_%' ESCAPE '!'").empty());
     EXPECT_EQ(
         names("SELECT name FROM sqlite_schema AS view WHERE name LIKE 'Print!_%' ESCAPE '!' AND NOT EXISTS "
-              "(SELECT 1 FROM RvReports WHERE instr(Definition, '\"source\": \"' || view.name || '\"'))"),
+              "(SELECT 1 FROM RvReports WHERE instr(Definition, '\"source\": \"' || view.name || '\"')) AND "
+              "NOT EXISTS "
+              "(SELECT 1 FROM sqlite_schema AS other WHERE other.type = 'view' AND other.name <> view.name "
+              "AND instr(other.sql, '\"' || view.name || '\"'))"),
         std::set<std::string>());
 }
 
