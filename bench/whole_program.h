@@ -53,6 +53,7 @@ public:
     ~WholeProgram() = default;
 
     FrmRelvane& form() { return desk_.frmRelvane; }
+    AnalysisContext& context() { return desk_.context; }
 
     void select(const std::filesystem::path& target) {
         dialogs_.files.push_back(textOfNativePath(target.string()));
@@ -60,7 +61,10 @@ public:
     }
     // From the press of the button to the rows in the file.
     Measured press(CommandButton& button) {
-        const Measured measured = timed([&] { desk_.dispatch([&] { button.press(); }); });
+        return run([&] { button.press(); });
+    }
+    Measured run(const std::function<void()>& command) {
+        const Measured measured = timed([&] { desk_.dispatch(command); });
         if (dialogs_.errorReported() || desk_.ended()) {
             throw std::runtime_error("the analysis failed");
         }
