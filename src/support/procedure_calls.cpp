@@ -2,7 +2,6 @@
 
 #include "core/error_report.h"
 #include "core/text_functions.h"
-#include "objects/object_text.h"
 #include "output/report_show.h"
 #include "support/name_matcher.h"
 #include "support/source_walk.h"
@@ -10,7 +9,7 @@
 namespace relvane {
 namespace {
 
-constexpr std::int64_t nameLength = 150, longestText = 255;
+constexpr std::int64_t longestText = 255;
 
 // A call is looked for from the first of these on that the line holds, comments and texts in it like code.
 constexpr TextView anchors[] = {u"CALL ", u"= ", u"."};
