@@ -28,6 +28,8 @@ public:
     virtual std::int64_t FileLen(const Text& path) = 0;  // bytes; 53, 76
     virtual DateTime FileDateTime(const Text& path) = 0; // last change; 53, 76
     virtual bool isReadOnly(const Text& path) = 0;       // no write permission; 53, 76
+    // Whether both paths lead to one file, by whatever way; not when either of them leads nowhere.
+    virtual bool isSameFile(const Text& path, const Text& other) = 0;
 
     // The names of all files that fit the pattern (a folder, and a pattern in the last part: "/srv/app/*.m*"), in the
     // order in which the file system has them. Folders are no files, and neither is what leads to no file or to a

@@ -56,6 +56,10 @@ struct Platform {
     std::function<std::shared_ptr<dao::Database>(const Text& path)> openTarget;
     // The same call on a work database or on an analysis file, which is a copy of one.
     std::function<std::shared_ptr<RowStore>(const Text& path)> openWorkStore;
+    // SHFileOperationA with FO_COPY, of a work database: byte for byte, in a state in which nobody writes. Asks before a
+    // file is replaced; when that is refused, nothing happens and nothing is wrong. 61, 70, 76, 57: what was at `to`
+    // stays as it was.
+    std::function<void(const Text& from, const Text& to)> copyFile;
     // A new Access application for a target, and one that shows reports of a work database.
     std::function<std::shared_ptr<access::Application>()> newTargetApplication;
     std::function<std::shared_ptr<access::Application>()> newReportApplication;

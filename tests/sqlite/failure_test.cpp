@@ -232,12 +232,46 @@ TEST(WorkStoreFile, ACopyOntoAFullDiskIs61AndLeavesNothing) {
     const StoreFile file;
     addRows(*openWorkStore(file.text()), 100);
     const fs::path copy = file.folder / "copy.adb";
-    const WatchedWrites disk("copy.adb.unfinished", failingAfter(10, SQLITE_FULL));
+    const WatchedWrites disk("copy.adb.unfinished", failingAfter(2, SQLITE_FULL));
     const auto store = openWorkStore(file.text());
     EXPECT_EQ(errorNumberOf([&] { store->copyTo(fromUtf8(copy.string())); }), 61);
-    EXPECT_GT(disk.count(), 10);
+    EXPECT_EQ(disk.count(), 3) << "nothing is written behind the failure";
     EXPECT_FALSE(fs::exists(copy));
     EXPECT_EQ(std::distance(fs::directory_iterator(file.folder.path()), fs::directory_iterator()), 1);
+}
+
+TEST(WorkStoreFile, ACopyThatFailsLeavesTheFileThatItWasToReplace) {
+    for (const auto& [code, number] : {std::pair{SQLITE_FULL, 61}, std::pair{SQLITE_IOERR_WRITE, 57}}) {
+        const StoreFile file;
+        addRows(*openWorkStore(file.text()), 3);
+        const fs::path copy = file.folder / "copy.adb";
+        openWorkStore(file.text())->copyTo(fromUtf8(copy.string()));
+        addRows(*openWorkStore(file.text()), 4000);
+        const WatchedWrites disk("copy.adb.unfinished", failingAfter(1, code));
+        const auto store = openWorkStore(file.text());
+        EXPECT_EQ(errorNumberOf([&] { store->copyTo(fromUtf8(copy.string())); }), number);
+        EXPECT_EQ(rowsOf(*openWorkStore(fromUtf8(copy.string()))), 3);
+        EXPECT_EQ(rowsOf(*store), 4003);
+        EXPECT_FALSE(fs::exists(copy.string() + ".unfinished"));
+    }
+}
+
+TEST(WorkStoreFile, AFolderThatVanishesUnderACopyIs76AndLosesNothing) {
+    const StoreFile file;
+    addRows(*openWorkStore(file.text()), 3);
+    const fs::path folder = file.folder / "stick";
+    fs::create_directory(folder);
+    const WatchedWrites disk("copy.adb.unfinished", {.after = [&](int number) {
+                                 if (number == 1) {
+                                     fs::rename(folder, file.folder / "gone");
+                                 }
+                             }});
+    const auto store = openWorkStore(file.text());
+    EXPECT_EQ(errorNumberOf([&] { store->copyTo(fromUtf8((folder / "copy.adb").string())); }), 76);
+    EXPECT_GT(disk.count(), 1);
+    EXPECT_EQ(rowsOf(*store), 3);
+    addRows(*store, 1);
+    EXPECT_EQ(rowsOf(*store), 4);
 }
 
 } // namespace

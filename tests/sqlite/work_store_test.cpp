@@ -1,11 +1,15 @@
 // The operations of the work database.
+#include <fcntl.h>
 #include <fstream>
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "sqlite/store_files.h"
 #include "sqlite/work_store.h"
+#include "support/integrity.h"
 
 namespace relvane::test {
 namespace {
@@ -566,6 +570,59 @@ TEST_F(WorkStoreTest, ACopyIsWholeWhileOthersReadAndWrite) {
     ASSERT_EQ(sqlite3_exec(writer, "COMMIT", nullptr, nullptr, nullptr), SQLITE_OK);
     sqlite3_close(writer);
     EXPECT_EQ(countOf(*store, u"T_RvComment"), 500);
+}
+
+TEST_F(WorkStoreTest, ACopyIsTheFileByteForByte) {
+    const auto bytesOf = [](const fs::path& path) {
+        std::ifstream bytes(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(bytes), {});
+    };
+    const fs::path copy = file.folder / "copy.adb";
+    store->copyTo(fromUtf8(copy.string()));
+    EXPECT_EQ(bytesOf(copy), bytesOf(file.path));
+    const auto rows = store->OpenRecordset(u"T_RvComment");
+    for (int i = 0; i < 6000; ++i) { // more than is copied at once
+        addComment(*rows, i, Text(100, u'あ'));
+    }
+    store->copyTo(fromUtf8(copy.string()));
+    ASSERT_GT(fs::file_size(copy), 1u << 20);
+    EXPECT_TRUE(bytesOf(copy) == bytesOf(file.path));
+    EXPECT_EQ(integrityOf(copy), "ok");
+}
+
+// Whether somebody else holds a lock for reading on the file, as another process sees it.
+bool isLockedForOthers(const fs::path& path) {
+    const pid_t child = fork();
+    if (child == 0) {
+        const int descriptor = ::open(path.c_str(), O_RDWR);
+        struct flock lock {};
+        lock.l_type = F_WRLCK;
+        lock.l_start = 0x40000002; // where SQLite keeps the locks of readers
+        lock.l_len = 510;
+        const bool asked = ::fcntl(descriptor, F_GETLK, &lock) == 0;
+        _exit(asked && lock.l_type != F_UNLCK ? 1 : 0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 1;
+}
+
+TEST_F(WorkStoreTest, ACopyKeepsTheLocksThatThisProgramHolds) {
+    const auto rows = store->OpenRecordset(u"T_RvComment");
+    addComment(*rows, 1, u"x");
+    rows->Close();
+    EXPECT_FALSE(isLockedForOthers(file.path));
+    sqlite3* reader = nullptr;
+    sqlite3_open(file.path.c_str(), &reader);
+    sqlite3_stmt* reading = nullptr;
+    sqlite3_prepare_v2(reader, "SELECT * FROM T_RvComment", -1, &reading, nullptr);
+    ASSERT_EQ(sqlite3_step(reading), SQLITE_ROW);
+    ASSERT_TRUE(isLockedForOthers(file.path));
+    store->copyTo(fromUtf8((file.folder / "copy.adb").string()));
+    EXPECT_TRUE(isLockedForOthers(file.path));
+    sqlite3_finalize(reading);
+    sqlite3_close(reader);
+    EXPECT_FALSE(isLockedForOthers(file.path)) << "and keeps none of its own";
 }
 
 TEST_F(WorkStoreTest, ACopyThatCannotBeMadeLeavesTheOldFile) {

@@ -90,6 +90,9 @@ public:
         read(path);
         return !writable || readOnly.contains(path);
     }
+    bool isSameFile(const Text& path, const Text& other) override {
+        return content.contains(path) && path == other;
+    }
     std::vector<Text> Dir(const Text& pattern) override {
         if (unreadableFolder != 0) {
             throw RunTimeError(unreadableFolder, pattern);

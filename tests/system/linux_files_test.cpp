@@ -45,6 +45,17 @@ TEST_F(LinuxFilesTest, MissingFileAndMissingFolderHaveTheirNumbers) {
     EXPECT_EQ(numberOf([&] { files.changeFolder(path("none")); }), 76);
 }
 
+TEST_F(LinuxFilesTest, OneFileIsTheSameByEveryWayThatLeadsToIt) {
+    files.write(path("a.adb"), Bytes{1});
+    files.write(path("b.adb"), Bytes{1});
+    std::filesystem::create_directory_symlink(folder.path(), folder / "way");
+    EXPECT_TRUE(files.isSameFile(path("a.adb"), path("a.adb")));
+    EXPECT_TRUE(files.isSameFile(path("a.adb"), path("way/a.adb")));
+    EXPECT_FALSE(files.isSameFile(path("a.adb"), path("b.adb"))) << "the bytes are alike, the files are two";
+    EXPECT_FALSE(files.isSameFile(path("none"), path("none")));
+    EXPECT_FALSE(files.isSameFile(path("a.adb"), u""));
+}
+
 TEST_F(LinuxFilesTest, AFolderIsNoFileToWrite) {
     EXPECT_EQ(numberOf([&] { files.write(path(""), {}); }), 70);
 }

@@ -1,15 +1,12 @@
 #include "sqlite/work_store.h"
 
-#include <filesystem>
-
-#include "platform/native_path.h"
 #include "sqlite/connection.h"
 #include "sqlite/cursor.h"
+#include "sqlite/store_copy.h"
 
 namespace relvane {
 namespace {
 
-namespace fs = std::filesystem;
 using namespace sqlite;
 
 class WorkStore : public RowStore {
@@ -32,7 +29,7 @@ public:
 
     void Execute(TextView sql) override;
     void flush() override { connection_->commit(); }
-    void copyTo(const Text& path) override;
+    void copyTo(const Text& path) override { copyStore(*connection_, path); }
 
 private:
     RowSource find(TextView name);
@@ -68,44 +65,6 @@ void WorkStore::Execute(TextView sql) {
     const RowSource table = find(name);
     connection_->beginWriting();
     connection_->execute("DELETE FROM main." + identifier(table.name));
-}
-
-// The copy is written beside its place and then takes it, so that there is never half a copy.
-void WorkStore::copyTo(const Text& path) {
-    connection_->commit();
-    const fs::path place = nativePath(path);
-    const fs::path unfinished = place.string() + ".unfinished";
-    std::error_code failed;
-    if (!place.parent_path().empty() && !fs::is_directory(place.parent_path(), failed)) {
-        throw RunTimeError(ErrorNumber::PathNotFound, path);
-    }
-    fs::remove(unfinished, failed);
-
-    sqlite3* copy = nullptr;
-    int result = sqlite3_open(unfinished.c_str(), &copy);
-    if (result == SQLITE_OK) {
-        // Nothing is lost with an unfinished copy: it needs neither a journal nor waiting for the disk.
-        sqlite3_exec(copy, "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF;", nullptr, nullptr, nullptr);
-        if (sqlite3_backup* backup = sqlite3_backup_init(copy, "main", connection_->handle(), "main")) {
-            const int step = sqlite3_backup_step(backup, -1);
-            result = sqlite3_backup_finish(backup); // says nothing of a copy that had to wait too long
-            result = result == SQLITE_OK && step != SQLITE_DONE ? step : result;
-        } else {
-            result = sqlite3_errcode(copy);
-        }
-    }
-    sqlite3_close(copy);
-    if (result == SQLITE_OK) {
-        fs::rename(unfinished, place, failed);
-    }
-    if (result != SQLITE_OK || failed) {
-        std::error_code ignored;
-        fs::remove(unfinished, ignored);
-        if (result == SQLITE_CANTOPEN || result == SQLITE_OK) {
-            throw RunTimeError(ErrorNumber::PermissionDenied, path);
-        }
-        throw errorOf(result, path);
-    }
 }
 
 } // namespace

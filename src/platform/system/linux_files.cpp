@@ -92,6 +92,11 @@ bool LinuxFiles::isReadOnly(const Text& path) {
     return (statusOf(path).st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
 }
 
+bool LinuxFiles::isSameFile(const Text& path, const Text& other) {
+    std::error_code leadsNowhere;
+    return fs::equivalent(nativePath(path), nativePath(other), leadsNowhere) && !leadsNowhere;
+}
+
 std::vector<Text> LinuxFiles::Dir(const Text& pattern) {
     const std::size_t behindFolder = lastSeparator(pattern) + 1; // npos + 1 is 0
     const Text folder = behindFolder == 0 ? Text(u".") : pattern.substr(0, behindFolder);

@@ -14,6 +14,7 @@ public:
     std::int64_t FileLen(const Text& path) override;
     DateTime FileDateTime(const Text& path) override;
     bool isReadOnly(const Text& path) override;
+    bool isSameFile(const Text& path, const Text& other) override;
     std::vector<Text> Dir(const Text& pattern) override;
     Text resolveLink(const Text& path, const Text& folder) override;
     Bytes read(const Text& path) override;
