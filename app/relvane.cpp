@@ -26,6 +26,7 @@
 #include "system/linux_files.h"
 #include "system/linux_system.h"
 #include "system/program_folder.h"
+#include "system/shell_copy.h"
 
 namespace {
 
@@ -152,6 +153,8 @@ int run(QApplication& application, const CommandLine& line) {
         return jet::openDatabase(path, {.resolveLink = resolveLink});
     };
     platform.openWorkStore = openWorkStore;
+    platform.copyFile =
+        shellCopy(dialogs, [](const Text& from, const Text& to) { openWorkStore(from)->copyTo(to); });
     platform.newTargetApplication = [resolveLink] { return access::newTargetApplication(resolveLink); };
     platform.newReportApplication = [&system] {
         return std::make_shared<qt::PreviewApplication>(

@@ -6,6 +6,7 @@
 #include "jet/open_database.h"
 #include "platform/native_path.h"
 #include "sqlite/work_store.h"
+#include "system/shell_copy.h"
 
 namespace relvane::cli {
 
@@ -24,6 +25,8 @@ Session::Session(const std::filesystem::path& programFolder, ReportOutput report
         return jet::openDatabase(path, {.resolveLink = resolveLink});
     };
     platform_.openWorkStore = [](const Text& path) { return openWorkStore(path); };
+    platform_.copyFile =
+        shellCopy(dialogs, [](const Text& from, const Text& to) { openWorkStore(from)->copyTo(to); });
     platform_.newTargetApplication = [resolveLink] { return access::newTargetApplication(resolveLink); };
     platform_.newReportApplication = [reports = std::move(reports)] { return newReportApplication(reports); };
     if (progress_) {

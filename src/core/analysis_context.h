@@ -67,8 +67,11 @@ struct AnalysisContext {
     // The target, open twice: for Access's answers and for DAO's.
     std::shared_ptr<access::Application> TargetApp;
     std::shared_ptr<dao::Database> TargetDb;
+    // In the place of a target: the analysis file that is loaded.
+    std::shared_ptr<RowStore> SavedDb;
+    // The analysis file that the target is compared with.
     std::shared_ptr<access::Application> CompareApp;
-    std::shared_ptr<dao::Database> CompareDb;
+    std::shared_ptr<RowStore> CompareDb;
     // Shows the reports of the work database.
     std::shared_ptr<access::Application> ReportApp;
 

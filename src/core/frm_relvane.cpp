@@ -4,9 +4,8 @@ namespace relvane {
 
 FrmRelvane::FrmRelvane() : Form("frmRelvane", Text(programTitle)) {
     // Analyses and windows to come.
-    for (Control* later :
-         std::initializer_list<Control*>{&cmdFmImage, &cboFmImage, &chkCapKbn, &lblCapTime, &txtCapTime,
-                                         &lblCapSecond, &m1b, &m1c, &s2, &m6, &m9}) {
+    for (Control* later : std::initializer_list<Control*>{&cmdFmImage, &cboFmImage, &chkCapKbn, &lblCapTime,
+                                                          &txtCapTime, &lblCapSecond, &m6, &m9}) {
         later->Visible = false;
     }
     // Their use begins with a selection.

@@ -24,7 +24,9 @@ void releaseEverything(AnalysisContext& context) {
     context.CurContainer = nullptr;
     context.CurDocument = nullptr;
     context.TargetDb.reset();
+    context.SavedDb.reset();
     context.TargetApp.reset();
+    context.CompareDb.reset();
     context.CompareApp.reset();
     context.ReportApp.reset();
 }

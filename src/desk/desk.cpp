@@ -22,6 +22,7 @@
 #include "objects/table_analysis.h"
 #include "output/cover_page.h"
 #include "output/report_show.h"
+#include "persist/saved_analysis.h"
 
 namespace relvane {
 namespace {
@@ -58,6 +59,8 @@ void Desk::wire() {
     for (MenuItem& entry : form.RecentFile) {
         entry.Click = [this, index = entry.index()] { RecentFile_Click(context, index); };
     }
+    form.m1b.Click = [this] { m1b_Click(context); };
+    form.m1c.Click = [this] { m1c_Click(context); };
     form.FileDropped = [this](const Text& path) { selectFile(context, path); };
     form.m1z.Click = form.QueryUnload = [this] { m1z_Click(context); };
     form.m8.Click = [this] { showWithTarget(context, frmSetUp); };
@@ -86,12 +89,10 @@ void Desk::wire() {
 
 bool Desk::start(const Text& commandLine) {
     return dispatch([&] {
-        Form_Load(
-            context,
-            {.appPath = options_.appPath, .commandLine = commandLine, .openSavedFile = [this](const Text&) {
-                 platform_.dialogs->MsgBox(u"保存ファイルの読込には、まだ対応していません。", okOnly,
-                                           Text(programTitle));
-             }});
+        Form_Load(context,
+                  {.appPath = options_.appPath,
+                   .commandLine = commandLine,
+                   .openSavedFile = [this](const Text& quotedPath) { openSavedFile(context, quotedPath); }});
     });
 }
 

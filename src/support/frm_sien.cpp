@@ -2,9 +2,11 @@
 
 #include "core/list_fillers.h"
 #include "core/panel_events.h"
+#include "support/object_comparison.h"
 #include "support/object_references.h"
 #include "support/preparation.h"
 #include "support/procedure_calls.h"
+#include "support/specifications.h"
 #include "support/table_usage.h"
 #include "support/variable_catalogue.h"
 
@@ -51,6 +53,8 @@ FrmSien::FrmSien(AnalysisContext& owner) : Form("frmSien", u"開発者支援"), 
     cmdHensuU.Click = [this] { cmdHensuU_Click(*this); };
     cmdHensuT.Click = [this] { cmdHensuT_Click(*this); };
     cmdHensuH.Click = [this] { cmdHensuH_Click(*this); };
+    cmdTeigi.Click = [this] { cmdTeigi_Click(*this); };
+    cmdObjUpdate.Click = [this] { cmdObjUpdate_Click(*this); };
     turnEnterIntoTab(*this);
 }
 

@@ -18,6 +18,7 @@
 #include "support/fakes_platform.h"
 #include "support/samples.h"
 #include "system/linux_files.h"
+#include "system/shell_copy.h"
 
 namespace relvane::test {
 
@@ -44,6 +45,8 @@ public:
             return jet::openDatabase(path, {.resolveLink = resolveLink});
         };
         platform.openWorkStore = [](const Text& path) { return openWorkStore(path); };
+        platform.copyFile =
+            shellCopy(dialogs, [](const Text& from, const Text& to) { openWorkStore(from)->copyTo(to); });
         platform.newTargetApplication = [resolveLink] { return access::newTargetApplication(resolveLink); };
         platform.newReportApplication = [this] { return std::make_shared<FakeApplication>(reportApps); };
         desk = std::make_unique<Desk>(

@@ -15,6 +15,7 @@
 #include "support/samples.h"
 #include "system/linux_files.h"
 #include "system/linux_system.h"
+#include "system/shell_copy.h"
 #include "window_test.h"
 
 namespace relvane::qt {
@@ -61,6 +62,8 @@ struct Program {
             return jet::openDatabase(path, {.resolveLink = std::bind_front(&Files::resolveLink, &files)});
         };
         platform.openWorkStore = openWorkStore;
+        platform.copyFile =
+            shellCopy(person, [](const Text& from, const Text& to) { openWorkStore(from)->copyTo(to); });
         platform.newTargetApplication = [] { return access::newTargetApplication(); };
         platform.newReportApplication = [this] {
             return std::make_shared<PreviewApplication>(

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/dao.h"
+#include "support/fakes_store.h"
 
 namespace relvane::test {
 
@@ -218,6 +219,7 @@ public:
     Collection<dao::Container> containers;
     Collection<dao::Relation> relations;
     dao::Properties stored;
+    FakeStoreFile storedRows; // of the tables that can be read
 
     Text Name() const override { return path; }
     Text Version() const override { return u"3.0"; }
@@ -230,7 +232,10 @@ public:
     dao::Properties& Properties() override { return stored; }
 
     std::unique_ptr<Recordset> OpenRecordset(TextView name) override {
-        throw RunTimeError(ErrorNumber::TableNotFound, name);
+        if (!storedRows.tables.contains(Text(name))) {
+            throw RunTimeError(ErrorNumber::TableNotFound, name);
+        }
+        return std::make_unique<FakeRecordset>(storedRows, Text(name));
     }
     std::unique_ptr<Recordset> OpenSorted(TextView name, std::span<const SortKey>, std::int64_t) override {
         throw RunTimeError(ErrorNumber::TableNotFound, name);

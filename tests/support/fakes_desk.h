@@ -28,7 +28,23 @@ public:
             }
             return target;
         };
-        platform.openWorkStore = [this](const Text&) { return std::make_shared<FakeStore>(store); };
+        platform.openWorkStore = [this](const Text& path) -> std::shared_ptr<RowStore> {
+            if (path == programFolder + u"Relvane.mdb") {
+                return std::make_shared<FakeStore>(store);
+            }
+            const auto saved = savedFiles.find(path);
+            if (saved == savedFiles.end()) {
+                throw RunTimeError(ErrorNumber::DatabaseNotFound, path);
+            }
+            return std::make_shared<FakeStore>(saved->second);
+        };
+        platform.copyFile = [this](const Text& from, const Text& to) {
+            copies.emplace_back(from, to);
+            if (copyError != 0) {
+                throw RunTimeError(copyError, u"説明");
+            }
+            savedFiles[to].tables = store.tables;
+        };
         platform.newTargetApplication = [this] { return std::make_shared<FakeApplication>(targetApps); };
         platform.newReportApplication = [this] { return std::make_shared<FakeApplication>(reportApps); };
         newDesk();
@@ -64,6 +80,9 @@ public:
     FakeFiles files;
     FakeSystem system;
     FakeStoreFile store;
+    std::map<Text, FakeStoreFile> savedFiles;  // analysis files by path
+    std::vector<std::pair<Text, Text>> copies; // by the shell, in order
+    int copyError = 0;                         // with which they fail, 0 when they do not
     ApplicationLog targetApps, reportApps;
     std::shared_ptr<FakeDatabase> target = std::make_shared<FakeDatabase>();
     Platform platform;

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -36,6 +37,8 @@ struct FakeStoreFile {
     std::map<Text, std::vector<FakeRow>> tables;
     std::vector<Text> log;                        // "open T", "delete * from T;", "close T"
     std::function<void(TextView table)> onUpdate; // may throw in the place of the write
+    std::set<Text> missingFields;                 // asked for: error 3265
+    std::set<Text> missingTables;                 // opened: error 3078
     std::size_t opened = 0;
 
     const std::vector<FakeRow>& rows(const Text& table) { return tables[table]; }
@@ -70,7 +73,16 @@ public:
     void MoveNext() override { ++at_; }
     int FieldCount() const override { return 0; }
     Text FieldName(int) const override { throw RunTimeError(ErrorNumber::ItemNotInCollection); }
-    Value Field(TextView name) const override { return valueOf(file_.tables[table_].at(at_), name); }
+    Value Field(TextView name) const override {
+        if (EOF_()) {
+            throw RunTimeError(ErrorNumber::NoCurrentRecord);
+        }
+        const FakeRow& row = file_.tables[table_][at_];
+        if (file_.missingFields.contains(Text(name))) {
+            throw RunTimeError(ErrorNumber::ItemNotInCollection, name);
+        }
+        return valueOf(row, name);
+    }
     Value Field(int) const override { throw RunTimeError(ErrorNumber::ItemNotInCollection); }
     void Close() override {
         if (!closed_) {
@@ -98,6 +110,9 @@ public:
     explicit FakeStore(FakeStoreFile& file) : file_(file) { ++file_.opened; }
     Text Name() const override { return u"Relvane.mdb"; }
     std::unique_ptr<Recordset> OpenRecordset(TextView table) override {
+        if (file_.missingTables.contains(Text(table))) {
+            throw RunTimeError(ErrorNumber::TableNotFound, table);
+        }
         return std::make_unique<FakeRecordset>(file_, Text(table));
     }
     std::unique_ptr<Recordset> OpenSorted(TextView table, std::span<const SortKey>, std::int64_t) override {
