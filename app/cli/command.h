@@ -24,6 +24,8 @@ struct Command {
 extern const Option commonOptions[4];
 
 int runDocument(const Arguments& arguments);
+int runSave(const Arguments& arguments);
+int runCompare(const Arguments& arguments);
 int runPress(const Arguments& arguments);
 int runInspect(const Arguments& arguments);
 int runReport(const Arguments& arguments);

@@ -4,7 +4,8 @@
 #include <unistd.h>
 
 #include "command.h"
-#include "press_steps.h"
+#include "comparison.h"
+#include "panel_desks.h"
 #include "session.h"
 #include "working_folder.h"
 
@@ -13,54 +14,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Steps = std::vector<std::string>;
-
-// Each panel has a desk of its own, so that one whose errors end its desk does not end the folder.
-struct PanelDesk {
-    std::string_view name;
-    Steps preparation; // makes linked tables part of it; left out of the second try when a link leads nowhere
-    Steps steps;
-};
-
-const PanelDesk panelDesks[] = {
-    {"cover", {}, {"cmdHyousi(1)", "cmdHyousi(2)", "cmdHyousi(3)"}},
-    {"objects", {}, {"optObject=7", "cmdObject"}},
-    {"tables", {"chkLink=0"}, {"optTable=1", "cmdTable", "optTable=3", "cmdTable"}},
-    {"queries", {}, {"optQuery=1", "cmdQuery", "optQuery=3", "cmdQuery"}},
-    {"forms", {}, {"optForm=2", "cmdForm"}},
-    {"reports", {}, {"optReport=2", "cmdReport"}},
-    {"procedures", {}, {"optProc=2", "chkProc50=0", "cmdProc", "chkProc50=1", "cmdProc"}},
-    {"modules",
-     {},
-     {"optModule=4", "optMPrint=1", "chkMod50=0", "cmdModule", "optMPrint=2", "cmdModule", "chkMod50=1",
-      "cmdModule", "optMPrint=1", "cmdModule"}},
-    {"step counts", {}, {"optModStep=4", "cmdModStep"}},
-    {"comments", {}, {"cmdComment"}},
-    {"macros", {}, {"optMacro=2", "cmdMacro"}},
-    {"control counts", {}, {"optControl=3", "cmdControl"}},
-    {"files", {}, {"optFile=3", "cmdFile"}},
-};
-
 // The line that all reports print as the name of the analysed file goes through the print settings.
 Steps titleSteps(const std::optional<std::string>& title) {
     if (!title) {
         return {};
     }
     return {"m8", "frmSetUp.chkSetUp=1", "frmSetUp.txtNini=" + *title, "frmSetUp.cmdOK"};
-}
-
-// Presses one after the other. Whether that went without an error.
-bool pressAll(Session& session, const Steps& steps) {
-    for (const std::string& step : steps) {
-        try {
-            if (!carryOut(session.desk, parseStep(step))) {
-                return false;
-            }
-        } catch (const CannotPress&) {
-            // A panel whose objects the target does not have stays as it is.
-        }
-    }
-    return !session.hasFailed();
 }
 
 // What one call makes, and from what.
@@ -75,15 +34,21 @@ struct Folder {
 
 enum class Ended { Well, WithError, WithoutTarget };
 
-Ended runDesk(Folder& folder, const Steps& preparation, const Steps& steps) {
+// A desk of its own for each, so that one whose errors end its desk does not end the folder.
+Ended runDesk(Folder& folder, const std::function<bool(Session&)>& work) {
     Session session(folder.programFolder, folder.reports, folder.quiet,
                     !folder.quiet && ::isatty(STDERR_FILENO) != 0, &folder.saidBefore, folder.links);
     if (!session.select(folder.target)) {
         return Ended::WithoutTarget;
     }
-    const bool well =
-        pressAll(session, folder.title) && pressAll(session, preparation) && pressAll(session, steps);
-    return well ? Ended::Well : Ended::WithError;
+    return pressAll(session, folder.title) && work(session) ? Ended::Well : Ended::WithError;
+}
+
+Ended runPanel(Folder& folder, const PanelDesk& panel, bool withLinks) {
+    return runDesk(folder, [&](Session& session) {
+        return (!withLinks || pressAll(session, panel.preparation)) && pressAll(session, panel.analyses) &&
+               pressAll(session, panel.views);
+    });
 }
 
 } // namespace
@@ -91,6 +56,10 @@ Ended runDesk(Folder& folder, const Steps& preparation, const Steps& steps) {
 int runDocument(const Arguments& arguments) {
     const fs::path target = fs::absolute(arguments.positional()[0]).lexically_normal();
     const fs::path out = fs::absolute(arguments.value("--out").value_or("out")).lexically_normal();
+    std::optional<fs::path> earlier;
+    if (const auto file = arguments.value("--compare")) {
+        earlier = fs::absolute(*file).lexically_normal();
+    }
     const bool quiet = arguments.has("--quiet");
     const auto given = givenMappings(arguments);
 
@@ -104,17 +73,20 @@ int runDocument(const Arguments& arguments) {
                   programFolder.linkMappings(given)};
     const bool withLinks = !arguments.has("--without-links");
     bool succeeded = true;
-    for (const PanelDesk& panel : panelDesks) {
-        const Steps& preparation = withLinks ? panel.preparation : Steps{};
-        const Ended ended = runDesk(folder, preparation, panel.steps);
+    for (const PanelDesk& panel : panelDesks()) {
+        const Ended ended = runPanel(folder, panel, withLinks);
         if (ended == Ended::WithoutTarget) {
             return exitErrorReported; // the other desks would only say the same
         }
-        if (ended == Ended::WithError && !preparation.empty()) {
+        if (ended == Ended::WithError && withLinks && !panel.preparation.empty()) {
             // A link that leads nowhere is no reason to have nothing on paper about all other tables.
             std::cerr << "relvane-cli: once more, without linked tables\n";
-            runDesk(folder, {}, panel.steps);
+            runPanel(folder, panel, false);
         }
+        succeeded = ended == Ended::Well && succeeded;
+    }
+    if (earlier) {
+        const Ended ended = runDesk(folder, [&](Session& session) { return compareWith(session, *earlier); });
         succeeded = ended == Ended::Well && succeeded;
     }
     if (!quiet) {

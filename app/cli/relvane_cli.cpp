@@ -22,15 +22,23 @@ namespace {
 constexpr Option documentOptions[] = {
     {"--out", "DIR", "where the folder is made (default: out)"},
     {"--title", "TEXT", "the line that all reports print as the name of the file"},
+    {"--compare", "FILE.adb", "with the changes since that analysis file"},
     {"--without-links", "", "leave linked tables out of the lists of tables and indexes"},
     mapOption,
 };
+constexpr Option saveOptions[] = {
+    {"--without-links", "", "leave linked tables out of the analyses of tables and indexes"}, mapOption};
+constexpr Option compareOptions[] = {{"--out", "DIR", "where the report is made (default: out)"}};
 constexpr Option linkOptions[] = {mapOption};
 constexpr Option reportOptions[] = {{"--pdf", "FILE", "the file to write"}};
 
 constexpr Command commands[] = {
-    {"document", "TARGET [--out DIR] [--title TEXT]", "makes the whole folder of paper of a database",
-     documentOptions, 1, 1, runDocument},
+    {"document", "TARGET [--out DIR] [--title TEXT] [--compare FILE.adb]",
+     "makes the whole folder of paper of a database", documentOptions, 1, 1, runDocument},
+    {"save", "TARGET FILE.adb", "analyses all of a database and keeps that as an analysis file", saveOptions,
+     2, 2, runSave},
+    {"compare", "TARGET FILE.adb [--out DIR]", "reports what has changed since an analysis file was saved",
+     compareOptions, 2, 2, runCompare},
     {"press", "TARGET STEP...",
      "presses the panel by hand: NAME=VALUE chooses, NAME presses, file=PATH and answer=BUTTON answer",
      linkOptions, 1, -1, runPress},

@@ -60,6 +60,35 @@ check "empty file" 1 "$cli" document "$work/empty.mdb" --out "$work/folder2"
 head -c 20000 "$work/受注 97.mdb" >"$work/cut.mdb"
 check "file cut off" 1 "$cli" document "$work/cut.mdb" --out "$work/folder2"
 
+check "save" 0 "$cli" save "$work/受注 97.mdb" "$work/first.ADB" --without-links
+holds "$work/out" "$work/first.adb"
+holds "$work/err" "保存終了しました。"
+[ -s "$work/first.adb" ] || { echo "FAILED: no analysis file"; failed=1; }
+check "save over a file asks, and takes the answer that is offered" 0 "$cli" save "$work/受注 97.mdb" "$work/first.adb" --without-links
+holds "$work/err" "ファイルは既に存在します。上書きしますか？"
+check "save tells links that lead nowhere, and keeps the rest" 1 "$cli" save "$work/受注 97.mdb" "$work/broken.adb"
+holds "$work/err" "once more, without linked tables"
+[ -s "$work/broken.adb" ] || { echo "FAILED: no analysis file without linked tables"; failed=1; }
+check "save into a folder that is not there" 1 "$cli" save "$work/受注 97.mdb" "$work/none/first.adb" --without-links --quiet
+holds "$work/err" "場所:保存ｴﾗｰNo:76"
+check "save under another extension" 2 "$cli" save "$work/受注 97.mdb" "$work/first.txt"
+cp "$samples/juchu.mdb" "$work/target.adb"
+check "save onto the target" 1 "$cli" save "$work/target.adb" "$work/target.adb" --without-links --quiet
+holds "$work/err" "場所:保存ｴﾗｰNo:70"
+cmp -s "$work/target.adb" "$samples/juchu.mdb" || { echo "FAILED: the target was written"; failed=1; }
+check "refused by hand" 0 "$cli" press "$work/受注 97.mdb" m1b "file=$work/text.adb" --quiet
+cp "$work/text.adb" "$work/kept.adb"
+check "refused by hand" 0 "$cli" press "$work/受注 97.mdb" cmdObject m1b "file=$work/text.adb" answer=no --quiet
+cmp -s "$work/text.adb" "$work/kept.adb" || { echo "FAILED: a refused file was replaced"; failed=1; }
+
+check "compare" 0 "$cli" compare "$work/受注 97.mdb" "$work/first.adb" --out "$work/compared"
+[ -s "$work/compared/R_RvObjectUpdate.pdf" ] || { echo "FAILED: no report of the comparison"; failed=1; }
+check "document with a comparison" 0 "$cli" document "$work/受注 97.mdb" --without-links --compare "$work/first.adb" --quiet --out "$work/changes"
+[ -s "$work/changes/R_RvObjectUpdate.pdf" ] || { echo "FAILED: no comparison among the documents"; failed=1; }
+check "compare with what is no analysis file" 1 "$cli" compare "$work/受注 97.mdb" "$work/受注 97.mdb" --out "$work/compared"
+holds "$work/err" "場所:オブジェクト比較ｴﾗｰNo:3343"
+check "compare without a file" 2 "$cli" compare "$work/受注 97.mdb"
+
 check "press" 0 "$cli" press "$work/受注 97.mdb" optObject=1 cmdObject
 check "report of what was pressed" 0 "$cli" report R_RvObjectAll --pdf "$work/objects.pdf"
 [ -s "$work/objects.pdf" ] || { echo "FAILED: no objects.pdf"; failed=1; }
