@@ -87,12 +87,20 @@ struct Program {
         desk.reset();
     }
 
+    // Menus are windows of their own, and belong to the one that opens them.
+    static const QWidget* windowOf(const QWidget* widget) {
+        while (widget->windowType() == Qt::Popup && widget->parentWidget() != nullptr) {
+            widget = widget->parentWidget();
+        }
+        return widget->window();
+    }
+
     // Of the main window itself: the windows above it are its children, and have controls of the same names.
     template <class Type>
     Type* get(const char* name) {
         for (Type* found : window->findChildren<Type*>(QLatin1String(name))) {
             if constexpr (std::is_base_of_v<QWidget, Type>) {
-                if (found->window() != window.get()) {
+                if (windowOf(found) != window.get()) {
                     continue;
                 }
             }
