@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QAction>
-#include <QMenu>
 #include <filesystem>
 
 #include "access/target_application.h"
@@ -88,13 +87,20 @@ struct Program {
         desk.reset();
     }
 
+    // Menus are windows of their own, and belong to the one that opens them.
+    static const QWidget* windowOf(const QWidget* widget) {
+        while (widget->windowType() == Qt::Popup && widget->parentWidget() != nullptr) {
+            widget = widget->parentWidget();
+        }
+        return widget->window();
+    }
+
     // Of the main window itself: the windows above it are its children, and have controls of the same names.
     template <class Type>
     Type* get(const char* name) {
         for (Type* found : window->findChildren<Type*>(QLatin1String(name))) {
             if constexpr (std::is_base_of_v<QWidget, Type>) {
-                // A menu is a window of its own, in the one that holds it.
-                if (!std::is_same_v<QMenu, Type> && found->window() != window.get()) {
+                if (windowOf(found) != window.get()) {
                     continue;
                 }
             }
