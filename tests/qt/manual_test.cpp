@@ -93,8 +93,8 @@ QStringList piecesOf(const QString& text) {
 // The sources of what is shown to a person, but for the error reports, which have tables of their own.
 QString sourcesOfMessages() {
     QString sources;
-    for (const char* folder :
-         {"src/core", "src/output", "src/objects", "src/code", "src/support", "src/persist", "src/desk", "src/platform/qt", "app"}) {
+    for (const char* folder : {"src/core", "src/output", "src/objects", "src/code", "src/support",
+                               "src/persist", "src/desk", "src/platform/qt", "app"}) {
         for (const QString& path : filesOf(folder, "*.cpp")) {
             if (!path.endsWith(QLatin1String("error_report.cpp")) &&
                 !path.endsWith(QLatin1String("panel_events.cpp")) &&   // hints are read off the panel
