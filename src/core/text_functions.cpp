@@ -28,7 +28,7 @@ std::size_t placeOf(TextView text, TextView wanted, std::size_t start) {
         const char16_t* at = text.data() + start;
         int beginnings = 0;
         for (std::size_t i = 0; i < block; ++i) {
-            beginnings |= (at[i] == wanted[0]) & (at[i + 1] == wanted[1]);
+            beginnings |= int{at[i] == wanted[0]} & int{at[i + 1] == wanted[1]};
         }
         if (beginnings != 0) {
             const std::size_t end = std::min(start + block + wanted.size() - 1, text.size());

@@ -74,9 +74,9 @@ TEST(VbaCompressor, RepeatedTextsBecomeShorterAndReadBackAtEveryLength) {
     for (int i = 0; text.size() < 9000; ++i) {
         text += "    lngTotal = lngTotal + " + std::to_string(i % 17) + "\r\n";
     }
-    for (const std::size_t length :
-         {1,   2,   3,   4,   15,   16,   17,   18,   32,   33,   34,   64,   65,   128, 129,
-          256, 257, 512, 513, 1024, 1025, 2048, 2049, 4095, 4096, 4097, 8192, 8193, 9000}) {
+    for (const std::size_t length : std::initializer_list<std::size_t>{
+             1,   2,   3,   4,   15,   16,   17,   18,   32,   33,   34,   64,   65,   128, 129,
+             256, 257, 512, 513, 1024, 1025, 2048, 2049, 4095, 4096, 4097, 8192, 8193, 9000}) {
         EXPECT_EQ(roundTrip(text.substr(0, length)), text.substr(0, length)) << length;
     }
     EXPECT_LT(compressVba(text).size(), text.size() / 4);
