@@ -74,6 +74,8 @@ struct AnalysisContext {
     std::shared_ptr<RowStore> CompareDb;
     // Shows the reports of the work database.
     std::shared_ptr<access::Application> ReportApp;
+    // The spreadsheet program with the workbooks of the exports; it outlives each of them.
+    std::shared_ptr<spreadsheet::Application> ExcelApp;
 
     // The work database and its cursors, shared by all analyses in turn. Each replaces what the last one left.
     std::shared_ptr<RowStore> WorkDb;
@@ -107,6 +109,10 @@ struct AnalysisContext {
     std::int16_t OptObject = 0, OptTable = 0, OptQuery = 0, OptForm = 0, OptReport = 0, OptProc = 0,
                  OptModule = 0, OptModStep = 0, OptMacro = 0, OptControl = 0, OptFile = 0;
     std::int16_t OptModPrint = 0; // 1 one column, 2 two columns
+    // What the batch runs: 1 ticked, 0 not, noSuchObject.
+    std::int16_t BatchObject = 0, BatchTable = 0, BatchQuery = 0, BatchForm = 0, BatchReport = 0,
+                 BatchMacro = 0, BatchProc = 0, BatchModule = 0, BatchModStep = 0, BatchControl = 0,
+                 BatchFile = 0, BatchComment = 0;
     // 1 all objects of the kind, 2 the one chosen in the panel's list.
     std::int16_t SelTable = 0, SelQuery = 0, SelForm = 0, SelReport = 0, SelMacro = 0;
     LastRun LastTable, LastQuery, LastForm, LastReport, LastMacro;

@@ -46,7 +46,10 @@ Desk::Desk(Platform& platform, ProgramOptions options)
       context(platform, frmRelvane),
       frmSetUp(context),
       frmSien(context),
-      frmAbout(context, options_.addresses) {
+      frmAbout(context, options_.addresses),
+      frmBatch(context),
+      frmOut(context),
+      frmCapture(context) {
     wire();
 }
 
@@ -65,6 +68,8 @@ void Desk::wire() {
     form.m1z.Click = form.QueryUnload = [this] { m1z_Click(context); };
     form.m8.Click = [this] { showWithTarget(context, frmSetUp); };
     form.m7.Click = [this] { showWithTarget(context, frmSien); };
+    form.m6.Click = [this] { showWithTarget(context, frmBatch); };
+    form.m9.Click = [this] { showWithTarget(context, frmOut); };
     form.m2.Click = [this] { platform_.system->openScreenSaverSettings(); };
     form.m5.Click = [this] { frmAbout.Show(); };
     form.m4.Click = [this] { platform_.system->openHelp(context.ProgramFolder + u"Relvane.hlp"); };

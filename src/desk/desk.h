@@ -13,9 +13,12 @@
 #include <functional>
 #include <vector>
 
+#include "capture/frm_capture.h"
 #include "core/analysis_context.h"
 #include "core/frm_relvane.h"
+#include "output/frm_out.h"
 #include "output/frm_set_up.h"
+#include "persist/frm_batch.h"
 #include "support/frm_about.h"
 #include "support/frm_sien.h"
 
@@ -43,9 +46,14 @@ public:
     FrmSetUp frmSetUp;
     FrmSien frmSien;
     FrmAbout frmAbout;
+    FrmBatch frmBatch;
+    FrmOut frmOut;
+    FrmCapture frmCapture;
 
     // Every form of the program, for the binder and for finding controls by name.
-    std::vector<Form*> forms() { return {&frmRelvane, &frmSetUp, &frmSien, &frmAbout}; }
+    std::vector<Form*> forms() {
+        return {&frmRelvane, &frmSetUp, &frmSien, &frmAbout, &frmBatch, &frmOut, &frmCapture};
+    }
 
     // Start-up with the command line behind the program's name: empty, or the quoted path of an analysis file.
     // Shows the main window. Returns false when the program ended, as dispatch does.

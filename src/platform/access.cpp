@@ -6,16 +6,23 @@
 namespace relvane::access {
 namespace {
 
-constexpr int commandNotAvailable = 2046, formNotFound = 2102, formNotOpen = 2450, reportNotOpen = 2451,
-              moduleNotFound = 2516, objectNotFound = 2544, objectMissing = 7874, moduleNotOpen = 7961;
+constexpr int notSupported = 438, commandNotAvailable = 2046, formNotFound = 2102, formNotOpen = 2450,
+              reportNotOpen = 2451, moduleNotFound = 2516, objectNotFound = 2544, objectMissing = 7874,
+              moduleNotOpen = 7961;
 
 } // namespace
+
+Picture Form::picture(bool) const {
+    throw RunTimeError(notSupported, u"フォームを表示出来ません。 (" + Name() + u")");
+}
 
 void DoCmd::OpenForm(const Text& name, View) {
     throw RunTimeError(formNotFound, u"フォームが見つかりません。 (" + name + u")");
 }
 
 void DoCmd::Close(ObjectType, const Text&, CloseSave) {}
+
+void DoCmd::RepaintObject(ObjectType, const Text&) {}
 
 void DoCmd::Minimize() {}
 

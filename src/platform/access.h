@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "platform/collection.h"
+#include "platform/picture.h"
 #include "platform/text.h"
 #include "platform/value.h"
 
@@ -82,7 +83,12 @@ public:
     Controls() const = 0; // section by section, a control before what it holds
 };
 
-class Form : public Designed {};
+class Form : public Designed {
+public:
+    // What its window shows, with the title bar around it or the client area alone. Error 438 where forms are not
+    // drawn.
+    virtual Picture picture(bool wholeWindow) const;
+};
 
 class Report : public Designed {
 public:
@@ -94,14 +100,16 @@ class DoCmd {
 public:
     virtual ~DoCmd() = default;
 
-    // Opens a form in design view. Error 2102 for one that does not exist, 3049 for one whose design is damaged.
-    // An application that only shows reports has none.
+    // Opens a form in design view or, acViewNormal, with its data. Error 2102 for one that does not exist, 3049 for one
+    // whose design is damaged, 2450 for one whose data depend on another form. An application that only shows
+    // reports has none.
     virtual void OpenForm(const Text& name, View view);
     // acViewDesign opens for reading (2103, 3049 likewise), acViewPreview shows the report, acViewNormal sends it to
     // the printer (2202 without one).
     virtual void OpenReport(const Text& name, View view) = 0;
     virtual void Close(ObjectType type, const Text& name,
                        CloseSave save); // of what is not open: nothing happens
+    virtual void RepaintObject(ObjectType type, const Text& name);
     virtual void Maximize() = 0;
     virtual void Minimize(); // the window that has the focus
 

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/picture.h"
 #include "platform/text.h"
 
 namespace relvane {
@@ -119,6 +120,8 @@ private:
 class PictureBox : public Control {
 public:
     using Control::Control;
+    Observed<std::shared_ptr<const relvane::Picture>> Picture{changed_,
+                                                              nullptr}; // what it shows, if anything
 };
 
 // A picture of several states.

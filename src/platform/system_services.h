@@ -6,9 +6,14 @@
 #include <memory>
 
 #include "platform/access.h"
+#include "platform/clipboard.h"
 #include "platform/dao.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+
+namespace relvane::spreadsheet {
+class Application;
+}
 
 namespace relvane {
 
@@ -51,6 +56,7 @@ struct Platform {
     Dialogs* dialogs = nullptr;
     Files* files = nullptr;
     SystemServices* system = nullptr;
+    Clipboard* clipboard = nullptr;
 
     // DBEngine.Workspaces(0).OpenDatabase: the target, read-only; 3024, 3031, 3044, 3049, 3051, 3343.
     std::function<std::shared_ptr<dao::Database>(const Text& path)> openTarget;
@@ -63,6 +69,8 @@ struct Platform {
     // A new Access application for a target, and one that shows reports of a work database.
     std::function<std::shared_ptr<access::Application>()> newTargetApplication;
     std::function<std::shared_ptr<access::Application>()> newReportApplication;
+    // The spreadsheet program, still without an instance; 429 when it is not installed.
+    std::function<std::shared_ptr<spreadsheet::Application>()> newSpreadsheet;
 };
 
 } // namespace relvane
