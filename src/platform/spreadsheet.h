@@ -7,8 +7,9 @@
 // where none is open 91.
 #pragma once
 
-#include <memory>
+#include <cstdint>
 
+#include "platform/files.h"
 #include "platform/recordset.h"
 #include "platform/text.h"
 #include "platform/value.h"
@@ -32,6 +33,12 @@ enum BorderWeight { xlThin = 2 };
 enum ColorIndex { xlAutomatic = -4105 };
 enum PivotSource { xlDatabase = 1 };
 enum PivotOrientation { xlDataField = 4 };
+
+// The mark beside a workbook that an office program has open: the system would let others write over the file.
+inline Text lockFileOf(TextView workbook) {
+    const std::size_t name = lastSeparator(workbook) + 1; // npos + 1 is 0
+    return Text(workbook.substr(0, name)) + u".~lock." + Text(workbook.substr(name)) + u"#";
+}
 
 // Releasing the last owner ends an instance that CreateObject has started and that nobody sees; one that was made
 // visible is the person's, and stays.
@@ -77,7 +84,7 @@ public:
     virtual void PrintPreview(const Text& sheet) = 0; // 9; likewise
 
     virtual void setDisplayAlerts(bool alerts) = 0;
-    virtual void Save() = 0; // the active workbook, under its name; 57, 61, 70
+    virtual void Save() = 0; // the active workbook, under its name; 57 when it cannot be written
     virtual void Quit() = 0; // what is not saved is lost
 };
 
