@@ -18,6 +18,13 @@ Text GetValuePart(TextView line) {
     return equals == 0 ? Text() : Trim(Mid(line, equals + 1, 255));
 }
 
+Text withExtension(TextView path, TextView extension) {
+    const auto length = static_cast<std::int64_t>(extension.size());
+    const bool typed = UCase(Right(path, length - 1)) == UCase(Mid(extension, 2));
+    return (typed ? Left(path, static_cast<std::int64_t>(path.size()) - length) : Text(path)) +
+           Text(extension);
+}
+
 Text withSeparator(TextView folder) {
     Text result(folder);
     const std::size_t last = lastSeparator(folder);

@@ -14,6 +14,10 @@ Text GetFolderPart(TextView path);
 // The text behind the first "=" of a line, at most 255 characters, trimmed; empty without "=".
 Text GetValuePart(TextView line);
 
+// A name from a saving dialog with `extension` (".adb", in small letters) in the place of the same one in any case.
+// What ends in its three letters without a dot loses four characters all the same; three characters alone are error 5.
+Text withExtension(TextView path, TextView extension);
+
 // The folder with a separator at its end: the one that the path already uses, a backslash when it uses none.
 Text withSeparator(TextView folder);
 

@@ -46,12 +46,6 @@ void say(AnalysisContext& context, TextView text) {
     context.platform.dialogs->MsgBox(Text(text), okOnly, Text(programTitle));
 }
 
-// Whatever the case of an extension that was typed. What ends in these letters without a dot loses four of its own.
-Text withExtension(const Text& path) {
-    const bool typed = UCase(Right(path, 3)) == u"ADB";
-    return (typed ? Left(path, static_cast<std::int64_t>(path.size()) - 4) : path) + Text(extension);
-}
-
 void addFlagRow(AnalysisContext& context) {
     Recordset& row = need(context.WorkRs1);
     row.AddNew();
@@ -137,7 +131,7 @@ void m1b_Click(AnalysisContext& context) {
         const Text chosen =
             ShowSaveDialog(context, analysisFilter(), context.LastFolder, u"Relvaneファイルの保存");
         if (!chosen.empty()) {
-            save(context, withExtension(chosen));
+            save(context, withExtension(chosen, extension));
         }
     });
 }
