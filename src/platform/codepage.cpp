@@ -115,7 +115,28 @@ private:
 };
 
 constexpr char16_t none = 0xFFFF; // not a character, so no page maps to it
-constexpr char16_t noBreakBlank = 0x00A0;
+
+// Characters that look like one another. Where a page has no code for the first, that of the second is taken.
+struct LookAlike {
+    char16_t character, likeIt;
+};
+constexpr LookAlike lookAlikes[] = {
+    {u'\u301C', u'\uFF5E'}, // wave dash: the two tables of JIS characters differ in it and in the next six
+    {u'\u2212', u'\uFF0D'}, // minus
+    {u'\u2016', u'\u2225'}, // double bar
+    {u'\u2014', u'\u2015'}, // long dash
+    {u'\u00A2', u'\uFFE0'}, // cent
+    {u'\u00A3', u'\uFFE1'}, // pound
+    {u'\u00AC', u'\uFFE2'}, // not
+    {u'\u00A5', u'\\'},     // yen: the backslash of Japanese faces
+    {u'\u203E', u'~'},      // overline, of old ones
+    {u'\u00A6', u'|'},      // broken bar
+    {u'\u00AD', u'-'},      // soft hyphen
+    {u'\u2011', u'-'},      // hyphen that does not break
+    {u'\u00B7', u'\u30FB'}, // middle dot
+    {u'\u00B5', u'\u03BC'}, // micro
+    {u'\u00A0', u' '},      // the blank that does not break
+};
 
 bool canTrail(std::uint8_t byte) {
     return byte >= 0x31 && byte != 0x7F && byte != 0xFF;
@@ -214,9 +235,10 @@ private:
                 codes_[unit] = static_cast<std::uint16_t>(byte);
             }
         }
-        // The blank that does not break looks like the plain one, and a "?" would not.
-        if (codes_[noBreakBlank] == 0) {
-            codes_[noBreakBlank] = u' ';
+        for (const LookAlike& pair : lookAlikes) {
+            if (codes_[pair.character] == 0) {
+                codes_[pair.character] = codes_[pair.likeIt];
+            }
         }
     }
 

@@ -26,10 +26,11 @@ bool isKnownCodePage(int codePage);
 Text decode(std::span<const std::uint8_t> bytes, int codePage);
 Text decode(std::string_view bytes, int codePage);
 
-// Each UTF-16 unit to which the page gives no code becomes "?", but the blank that does not break (U+00A0) a plain one.
+// Each UTF-16 unit to which the page gives no code becomes that of its look-alike, such as the minus (U+2212) the
+// full-width hyphen (U+FF0D) of page 932 and the blank that does not break a plain one, and "?" where there is none.
 std::string encode(TextView text, int codePage);
 
-// Whether every unit of the text has a code in the page, U+00A0 that of the plain blank at least.
+// Whether every unit of the text has a code in the page, that of its look-alike at least.
 bool canEncode(TextView text, int codePage);
 
 } // namespace relvane

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "platform/text.h"
@@ -19,6 +20,15 @@ std::size_t lastSeparator(TextView path);
 // not matter. Where the pattern has a dot, a name without one counts as ending with it, so that
 // "*.*" takes every name.
 bool matchesPattern(TextView name, TextView pattern);
+
+// A file that is written piece by piece from its beginning. Let go without `close`, it keeps what was written so far.
+class OutputFile {
+public:
+    virtual ~OutputFile() = default;
+
+    virtual void write(std::string_view bytes) = 0; // 61, 57
+    virtual void close() = 0;                       // the last pieces may be written only now: 61, 57
+};
 
 class Files {
 public:
@@ -44,6 +54,8 @@ public:
 
     virtual Bytes read(const Text& path) = 0;                       // the whole file; 53, 76, 57
     virtual void write(const Text& path, const Bytes& content) = 0; // replaces it; 70, 76, 61, 57
+    // Empties the file, or makes it; 70, 76, 61, 57.
+    virtual std::unique_ptr<OutputFile> openOutput(const Text& path) = 0;
 
     virtual Text currentFolder() = 0;                // no separator at the end, but for the root
     virtual void changeFolder(const Text& path) = 0; // 76

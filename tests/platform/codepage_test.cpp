@@ -46,6 +46,18 @@ TEST(CodePage, ABlankThatDoesNotBreakBecomesAPlainOneWhereThePageHasNone) {
     EXPECT_EQ(encode(decode("\xA0", 932), 932), "\xA0"); // a byte A0 is something else there
 }
 
+TEST(CodePage, CharactersThatThePageHasNotBecomeThoseThatLookLikeThem) {
+    EXPECT_EQ(encode(u"10\u301C20\u22121\u2016\u2014", 932), "10\x81\x60"
+                                                             "20\x81\x7C"
+                                                             "1\x81\x61\x81\x5C");
+    EXPECT_EQ(encode(u"\u00A2\u00A3\u00AC", 932), "\x81\x91\x81\x92\x81\xCA");
+    EXPECT_EQ(encode(u"\u00A5\u203E\u00A6\u00AD\u2011", 932), "\\~|--");
+    EXPECT_EQ(encode(u"\u00B7\u00B5", 932), "\x81\x45\x83\xCA");
+    EXPECT_TRUE(canEncode(u"10\u301C20", 932));
+    EXPECT_EQ(encode(u"\u00A5\u2014", 1252), "\xA5\x97") << "this page has them";
+    EXPECT_EQ(encode(u"\u00B7", 874), "?") << "and this one not even the other";
+}
+
 TEST(CodePage, OfTwoCodesTheOneThatWindowsWritesIsTaken) {
     EXPECT_EQ(encode(u"①Ⅲⅲ㈱∵￢髙", 932), "\x87\x40\x87\x56\xFA\x42\x87\x8A\x81\xE6\x81\xCA\xFB\xFC");
 }

@@ -1,9 +1,12 @@
 // A person, a disk and an operating system for tests: everything asked is recorded, everything answered was prepared.
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -63,14 +66,37 @@ public:
 };
 
 class FakeFiles : public Files {
+    class Output : public OutputFile {
+    public:
+        Output(FakeFiles& files, Text path) : files_(files), path_(std::move(path)) {}
+        void write(std::string_view bytes) override {
+            Bytes& written = files_.content[path_];
+            const std::size_t room = files_.outputRoom - std::min(files_.outputRoom, written.size());
+            const bool fits = bytes.size() <= room;
+            bytes = bytes.substr(0, room);
+            written.insert(written.end(), bytes.begin(), bytes.end());
+            if (!fits) {
+                throw RunTimeError(ErrorNumber::DiskFull, path_);
+            }
+        }
+        void close() override { files_.closed.push_back(path_); }
+
+    private:
+        FakeFiles& files_;
+        Text path_;
+    };
+
 public:
     std::map<Text, Bytes> content;
     Text folder = u"C:\\Work";
     bool writable = true;
-    std::map<Text, DateTime> changed; // of the files that say so
-    std::set<Text> readOnly;          // beside `writable`
-    std::map<Text, Text> links;       // where links lead; one that is not here leads to the path itself
-    int unreadableFolder = 0;         // the error of a listing, 0 when folders can be listed
+    std::map<Text, DateTime> changed;  // of the files that say so
+    std::set<Text> readOnly;           // beside `writable`
+    std::map<Text, Text> links;        // where links lead; one that is not here leads to the path itself
+    int unreadableFolder = 0;          // the error of a listing, 0 when folders can be listed
+    int outputError = 0;               // of opening a file for output, 0 when that works
+    std::size_t outputRoom = SIZE_MAX; // bytes for which the disk has room
+    std::vector<Text> closed;          // files for output, in order
 
     // Text in code page 932.
     void put(const Text& path, TextView text) {
@@ -126,6 +152,13 @@ public:
             throw RunTimeError(ErrorNumber::PermissionDenied, path);
         }
         content[path] = bytes;
+    }
+    std::unique_ptr<OutputFile> openOutput(const Text& path) override {
+        if (outputError != 0) {
+            throw RunTimeError(outputError, path);
+        }
+        write(path, {});
+        return std::make_unique<Output>(*this, path);
     }
     Text currentFolder() override { return folder; }
     void changeFolder(const Text& path) override { folder = path; }

@@ -1,7 +1,9 @@
 #include "system/linux_files.h"
 
+#include <csignal>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -58,6 +60,59 @@ TEST_F(LinuxFilesTest, OneFileIsTheSameByEveryWayThatLeadsToIt) {
 
 TEST_F(LinuxFilesTest, AFolderIsNoFileToWrite) {
     EXPECT_EQ(numberOf([&] { files.write(path(""), {}); }), 70);
+}
+
+TEST_F(LinuxFilesTest, OutputIsWrittenPieceByPieceIntoAnEmptiedFile) {
+    files.write(path("a.csv"), Bytes(300000));
+    const auto output = files.openOutput(path("a.csv"));
+    EXPECT_EQ(files.FileLen(path("a.csv")), 0);
+    std::string expected;
+    for (int i = 0; i < 50000; ++i) {
+        const std::string piece = std::to_string(i) + "\r\n";
+        output->write(piece);
+        expected += piece;
+    }
+    EXPECT_GT(files.FileLen(path("a.csv")), 0) << "pieces are not gathered in memory";
+    output->write({});
+    output->close();
+    const Bytes written = files.read(path("a.csv"));
+    EXPECT_TRUE(std::string(written.begin(), written.end()) == expected);
+}
+
+TEST_F(LinuxFilesTest, OutputLetGoKeepsWhatWasWritten) {
+    files.openOutput(path("a.txt"))->write("one");
+    EXPECT_EQ(files.read(path("a.txt")), (Bytes{'o', 'n', 'e'}));
+}
+
+TEST_F(LinuxFilesTest, OutputThatCannotBeOpenedHasItsNumber) {
+    EXPECT_EQ(numberOf([&] { files.openOutput(path("none/a.txt")); }), 76);
+    EXPECT_EQ(numberOf([&] { files.openOutput(path("")); }), 70);
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(numberOf([&] { files.openOutput(path("pipe")); }), 70) << "and nobody waits for a reader";
+    EXPECT_EQ(numberOf([&] { files.openOutput(path(std::string(300, 'a'))); }), 57);
+    EXPECT_EQ(numberOf([&] { files.openOutput(u"/dev/full"); }), 70);
+}
+
+TEST_F(LinuxFilesTest, OutputBeyondTheLimitOfASizeFailsAndKeepsWhatFits) {
+    struct rlimit before {};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const struct rlimit small { 100000, before.rlim_max };
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    int number = 0;
+    {
+        const auto output = files.openOutput(path("a.txt"));
+        number = numberOf([&] {
+            for (int i = 0; i < 1000; ++i) {
+                output->write(std::string(1000, 'x'));
+            }
+            output->close();
+        });
+    }
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(number, 57);
+    EXPECT_EQ(files.FileLen(path("a.txt")), 100000);
 }
 
 TEST_F(LinuxFilesTest, ReadOnlyMeansNoWritePermission) {

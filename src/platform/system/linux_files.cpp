@@ -6,8 +6,10 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 #include "platform/native_path.h"
 #include "platform/runtime_error.h"
@@ -64,10 +66,74 @@ public:
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
     int get() const { return descriptor_; }
+    // Returns the error, 0 for none: some file systems find out only now that there is no room.
+    int close() { return ::close(std::exchange(descriptor_, -1)) == 0 || errno == EINTR ? 0 : errno; }
 
 private:
     int descriptor_;
 };
+
+// Returns the error, 0 for none.
+int writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            return errno;
+        }
+        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return 0;
+}
+
+class LinuxOutputFile final : public OutputFile {
+public:
+    LinuxOutputFile(Text path, int descriptor) : path_(std::move(path)), file_(descriptor) {
+        waiting_.reserve(atOnce);
+    }
+    ~LinuxOutputFile() override { writeAll(file_.get(), waiting_); }
+
+    void write(std::string_view bytes) override {
+        waiting_ += bytes;
+        if (waiting_.size() >= atOnce) {
+            flush();
+        }
+    }
+    void close() override {
+        flush();
+        failAt(file_.close());
+    }
+
+private:
+    static constexpr std::size_t atOnce = 65536;
+
+    // What could not be written is not tried again.
+    void flush() {
+        const int error = writeAll(file_.get(), waiting_);
+        waiting_.clear();
+        failAt(error);
+    }
+    void failAt(int error) const {
+        if (error != 0) {
+            failOfSystem(error, path_);
+        }
+    }
+
+    Text path_;
+    Descriptor file_;
+    std::string waiting_;
+};
+
+// The status of the file, nothing where there is none. What is no file is not written over: error 70.
+std::optional<struct stat> fileToReplace(const Text& path, const std::string& name) {
+    struct stat existing {};
+    if (::stat(name.c_str(), &existing) != 0) {
+        return std::nullopt;
+    }
+    if (!S_ISREG(existing.st_mode)) {
+        fail(ErrorNumber::PermissionDenied, path);
+    }
+    return existing;
+}
 
 } // namespace
 
@@ -145,12 +211,8 @@ Bytes LinuxFiles::read(const Text& path) {
 
 void LinuxFiles::write(const Text& path, const Bytes& content) {
     const std::string name = nativePath(path);
-    struct stat existing {};
-    const bool replaces = ::stat(name.c_str(), &existing) == 0;
-    if (replaces && !S_ISREG(existing.st_mode)) {
-        fail(ErrorNumber::PermissionDenied, path);
-    }
-    if (replaces && ::access(name.c_str(), W_OK) != 0) {
+    const auto existing = fileToReplace(path, name);
+    if (existing && ::access(name.c_str(), W_OK) != 0) {
         failOfSystem(errno, path);
     }
     std::string temporary = name + ".XXXXXX";
@@ -164,19 +226,27 @@ void LinuxFiles::write(const Text& path, const Bytes& content) {
     };
     const mode_t mask = ::umask(0);
     ::umask(mask);
-    if (::fchmod(file.get(), replaces ? existing.st_mode & 07777 : 0666 & ~mask) != 0) {
+    if (::fchmod(file.get(), existing ? existing->st_mode & 07777 : 0666 & ~mask) != 0) {
         giveUp(errno);
     }
-    for (std::size_t written = 0; written < content.size();) {
-        const ssize_t count = ::write(file.get(), content.data() + written, content.size() - written);
-        if (count < 0 && errno != EINTR) {
-            giveUp(errno);
-        }
-        written += count > 0 ? static_cast<std::size_t>(count) : 0;
+    const std::string_view bytes(reinterpret_cast<const char*>(content.data()), content.size());
+    if (const int error = writeAll(file.get(), bytes); error != 0) {
+        giveUp(error);
     }
     if (::fsync(file.get()) != 0 || ::rename(temporary.c_str(), name.c_str()) != 0) {
         giveUp(errno);
     }
+}
+
+std::unique_ptr<OutputFile> LinuxFiles::openOutput(const Text& path) {
+    constexpr mode_t forEverybody = 0666; // less what the user's mask takes away
+    const std::string name = nativePath(path);
+    fileToReplace(path, name); // before it is opened, which a pipe would wait in
+    const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, forEverybody);
+    if (descriptor < 0) {
+        failOfSystem(errno, path);
+    }
+    return std::make_unique<LinuxOutputFile>(path, descriptor);
 }
 
 Text LinuxFiles::currentFolder() {

@@ -20,6 +20,7 @@ public:
     Bytes read(const Text& path) override;
     // Through a temporary file beside it that takes its name when complete: a full disk leaves the old content.
     void write(const Text& path, const Bytes& content) override;
+    std::unique_ptr<OutputFile> openOutput(const Text& path) override;
     Text currentFolder() override;
     void changeFolder(const Text& path) override;
 
