@@ -52,6 +52,7 @@ public:
         }
     }
 
+    const Bytes& bytes() const { return bytes_; }
     std::unique_ptr<PageFile> open() const { return std::make_unique<PageFile>(makeMemorySource(bytes_)); }
 
 private:

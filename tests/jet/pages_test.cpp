@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "file_builder.h"
+#include "jet/ciphers.h"
 #include "jet/data_page.h"
 #include "jet/index_walk.h"
 #include "jet/long_value.h"
 #include "jet/page_map.h"
-#include "jet/rc4.h"
 
 namespace relvane::jet {
 namespace {

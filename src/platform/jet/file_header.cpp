@@ -94,8 +94,12 @@ FileHeader readFileHeader(const ByteSource& source) {
         result.password = jet3Password(page, result.codePage);
     } else {
         result.sortOrder = page.u16(header::jet4SortOrder);
-        result.password = jet4Password(page, isAce);
         result.encryptedByAce = result.version >= 2 && result.pageKey != 0;
+        if (result.encryptedByAce) {
+            result.encryption = page.part(header::encryption, page.u16(header::encryptionLength)).copy();
+        } else {
+            result.password = jet4Password(page, isAce);
+        }
     }
     return result;
 }

@@ -16,11 +16,13 @@ struct FileHeader {
     int statedCodePage = 1252;   // as the file says, which may be a page that nobody knows
     std::int32_t sortOrder = 0;  // locale id
     std::uint32_t pageKey = 0;   // 0: the pages are plain
-    Text password;               // empty: none
+    Text password;               // empty: none, or one that the file does not tell (encryptedByAce)
     bool isBeforeJet3 = false;   // Access 2.0 and older: nothing else of the header is read
-    bool encryptedByAce = false; // an encryption of Access 2007 and later, which is not read
+    bool encryptedByAce = false; // by Access 2007 and later, with a key made from the password
+    Bytes encryption;            // how, as office_cipher.h reads it
 
     bool isJet3() const { return version == 0; }
+    bool hasPassword() const { return encryptedByAce || !password.empty(); }
 };
 
 // Error 3343 when the file is no Jet database.

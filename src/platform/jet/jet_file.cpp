@@ -33,11 +33,12 @@ RelationRow readRelationRow(const NamedRow& row) {
 
 } // namespace
 
-JetFile::JetFile(std::unique_ptr<ByteSource> source, TextView password) : pages_(std::move(source)) {
+JetFile::JetFile(std::unique_ptr<ByteSource> source, TextView password)
+    : pages_(std::move(source), password) {
     if (header().isBeforeJet3) {
         throw RunTimeError(ErrorNumber::UnrecognizedFormat, u"Access 2.0 以前");
     }
-    if (header().encryptedByAce || header().password != password) {
+    if (!header().password.empty() && header().password != password) {
         throw RunTimeError(ErrorNumber::WrongPassword);
     }
     catalogue_ = std::make_unique<Catalogue>(pages_);

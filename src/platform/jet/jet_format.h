@@ -27,6 +27,7 @@ constexpr std::size_t databaseKey = 0x3E;  // u32: 0 when the pages are plain
 constexpr std::size_t password = 0x42;
 constexpr std::size_t jet4SortOrder = 0x6E; // u16 locale, then a version in the fourth byte (Jet 4)
 constexpr std::size_t creationDate = 0x72; // OLE date (Jet 4); also masks the password there
+constexpr std::size_t encryptionLength = 0x299, encryption = 0x29B; // u16, and so many bytes (encrypted ACE files)
 
 // The key stream of the four key bytes C7 DA 39 6B.
 constexpr std::array<std::uint8_t, 128> mask = {

@@ -2,27 +2,19 @@
 
 #include <algorithm>
 
-#include "jet/rc4.h"
-
 namespace relvane::jet {
 namespace {
 
 constexpr std::size_t cachedPages = 512;
 constexpr std::uint64_t mostPages = 0x1000000; // a row pointer has three bytes for the page
 
-// The key of a page is the file's with the page's number mixed in.
-void decodePage(Bytes& bytes, std::uint32_t fileKey, std::uint32_t number) {
-    const std::uint32_t key = fileKey ^ number;
-    const std::uint8_t keyBytes[] = {static_cast<std::uint8_t>(key), static_cast<std::uint8_t>(key >> 8),
-                                     static_cast<std::uint8_t>(key >> 16),
-                                     static_cast<std::uint8_t>(key >> 24)};
-    applyRc4(keyBytes, bytes);
-}
-
 } // namespace
 
-PageFile::PageFile(std::unique_ptr<ByteSource> source)
-    : source_(std::move(source)), header_(readFileHeader(*source_)), cache_(cachedPages) {
+PageFile::PageFile(std::unique_ptr<ByteSource> source, TextView password)
+    : source_(std::move(source)),
+      header_(readFileHeader(*source_)),
+      cipher_(openPageCipher(header_, password)),
+      cache_(cachedPages) {
     pageCount_ = static_cast<std::uint32_t>(std::min<std::uint64_t>(size() / format().pageSize, mostPages));
 }
 
@@ -48,8 +40,8 @@ Page PageFile::page(std::uint32_t number, PageKind kind) const {
 Page PageFile::load(std::uint32_t number) const {
     auto bytes = std::make_shared<Bytes>(format().pageSize);
     source_->read(std::uint64_t{number} * format().pageSize, *bytes);
-    if (header_.pageKey != 0 && !header_.encryptedByAce) {
-        decodePage(*bytes, header_.pageKey, number);
+    if (cipher_) {
+        cipher_->decode(number, *bytes);
     }
     return {number, std::move(bytes)};
 }

@@ -7,6 +7,7 @@
 #include "jet/byte_source.h"
 #include "jet/byte_span.h"
 #include "jet/file_header.h"
+#include "jet/page_cipher.h"
 
 namespace relvane::jet {
 
@@ -30,8 +31,8 @@ private:
 
 class PageFile {
 public:
-    // Errors: 3343 no Jet database.
-    explicit PageFile(std::unique_ptr<ByteSource> source);
+    // Errors: 3343 no Jet database, and those of openPageCipher.
+    explicit PageFile(std::unique_ptr<ByteSource> source, TextView password = {});
 
     const FileHeader& header() const { return header_; }
     const JetFormat& format() const { return *header_.format; }
@@ -50,6 +51,7 @@ private:
 
     std::unique_ptr<ByteSource> source_;
     FileHeader header_;
+    std::unique_ptr<PageCipher> cipher_; // none for plain pages
     std::uint32_t pageCount_ = 0;
     mutable std::vector<Page> cache_; // page n stands in slot n modulo the size
 };
