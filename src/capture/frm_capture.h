@@ -7,9 +7,7 @@ namespace relvane {
 
 class FrmCapture : public Form {
 public:
-    explicit FrmCapture(AnalysisContext& owner);
-
-    AnalysisContext& context;
+    explicit FrmCapture(AnalysisContext& context);
 
     MenuItem m1{*this, "m1", u"プリンタ"};
     MenuItem m1a{*this, "m1a", u"ﾍﾟｰｼﾞ設定", &m1};
@@ -17,8 +15,27 @@ public:
     MenuItem m4{*this, "m4", u"保存"};
     MenuItem m5{*this, "m5", u"閉じる"};
 
-    PictureBox picWk{*this, "picWk"};
+    PictureBox picWk{*this, "picWk"};   // always as large as its picture
     PictureBox picWk2{*this, "picWk2"}; // never shown
+
+    // Shows the picture of the clipboard, none when it holds none, and ends the wait of the main window. Error 520 or
+    // 521 while another program holds the clipboard.
+    void LoadClipboardPicture();
+
+    // Asks for the margins and says which they are. Nobody keeps or shows the answer.
+    Text m1a_Click();
+
+    // Unloads the form; the clipboard goes with the picture.
+    void close();
+
+private:
+    void Form_Load();
+    bool asksAgain(int errorNumber);
+    void m1b_Click();
+    void m4_Click();
+    void m5_Click();
+
+    AnalysisContext& context_;
 };
 
 } // namespace relvane

@@ -97,17 +97,11 @@ void wireKeys(FrmRelvane& form) {
     }
 }
 
-void wireTimers(AnalysisContext& context) {
-    FrmRelvane& form = context.frmRelvane;
+void wireTimer(FrmRelvane& form) {
     form.Timer1.TimerEvent = [&form] {
         form.txtMesege.Caption = u"";
         hideGauge(form.gauge);
         form.Timer1.Interval = 0;
-    };
-    // The picture is taken: Access's window goes, ours comes back.
-    form.Timer2.TimerEvent = [&context, &form] {
-        need(context.TargetApp).setVisible(false);
-        form.Show();
     };
 }
 
@@ -134,7 +128,7 @@ void wirePanelEvents(AnalysisContext& context) {
     wireBoxes(context);
     wireHints(context.frmRelvane);
     wireKeys(context.frmRelvane);
-    wireTimers(context);
+    wireTimer(context.frmRelvane);
 }
 
 } // namespace relvane

@@ -1,5 +1,5 @@
 // What the panel's controls do by themselves, without any analysis: options, scopes, boxes, hints, Enter as Tab, the
-// two timers.
+// timer that clears the message line.
 #pragma once
 
 #include "core/analysis_context.h"

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "capture/form_capture.h"
 #include "code/comment_list.h"
 #include "code/macro_analysis.h"
 #include "code/module_listing.h"
@@ -86,6 +87,8 @@ void Desk::wire() {
     form.cmdControl.Click = [this] { cmdControl_Click(context); };
     form.cmdFile.Click = [this] { cmdFile_Click(context); };
     form.cmdComment.Click = [this] { cmdComment_Click(context); };
+    form.cmdFmImage.Click = [this] { cmdFmImage_Click(context, frmCapture); };
+    form.Timer2.TimerEvent = [this] { Timer2_Timer(context, frmCapture); };
     for (CommandButton& button : form.cmdHyousiButtons) {
         button.Click = [this, index = button.index()] { cmdHyousi_Click(context, index); };
     }

@@ -211,14 +211,5 @@ TEST_F(Convention, MessageAndLineDisappearFiveSecondsBehindTheReport) {
     EXPECT_EQ(form().txtMesege.Caption.get(), u"later");
 }
 
-TEST_F(Convention, CaptureTimerBringsTheMainWindowBack) {
-    form().Hide();
-    form().Timer2.Interval = 5000;
-    form().Timer2.fire();
-    EXPECT_TRUE(form().Visible);
-    EXPECT_EQ(targetApps.calls.back(), u"Visible 0");
-    EXPECT_EQ(form().Timer2.Interval, 5000);
-}
-
 } // namespace
 } // namespace relvane

@@ -129,7 +129,19 @@ private:
     mutable Collection<access::Control> collection_;
 };
 
-using FakeForm = FakeDesigned<access::Form>;
+class FakeForm : public FakeDesigned<access::Form> {
+public:
+    using FakeDesigned::FakeDesigned;
+
+    Picture picture(bool wholeWindow) const override {
+        pictured.push_back(wholeWindow);
+        return shown;
+    }
+
+    Picture shown{1, 1, {0x123456}};
+    mutable std::vector<bool> pictured; // whether with the window around it, each time
+};
+
 using FakeLevel = FakeObject<access::Object>;
 
 class FakeReport : public FakeDesigned<access::Report> {
@@ -188,7 +200,7 @@ private:
 
 // Shared by all applications of one kind: "New", "Open PATH", "Close", "OpenForm NAME 1", "OpenReport NAME 2",
 // "OpenModule NAME", "CloseObject 2 NAME 2", "SelectObject 4 NAME 1", "SendKeys KEYS", "DoMenuItem 9 0 5 0 70", "DeleteObject 5
-// NAME", "Maximize", "Minimize", "Visible 1", "Release", in order; and what their database holds.
+// NAME", "RepaintObject 2 NAME", "Maximize", "Minimize", "Visible 1", "Release", in order; and what their database holds.
 struct ApplicationLog {
     std::vector<Text> calls;
     std::map<Text, int> failing; // first word of a call -> error number it ends with, each time
@@ -249,6 +261,9 @@ public:
         } else {
             type == access::acForm ? log_.forms.close(name) : log_.reports.close(name);
         }
+    }
+    void RepaintObject(access::ObjectType type, const Text& name) override {
+        log_.call(u"RepaintObject " + toText(static_cast<long long>(type)) + u" " + name);
     }
     void Maximize() override { log_.call(u"Maximize"); }
     void Minimize() override { log_.call(u"Minimize"); }

@@ -22,6 +22,7 @@ public:
         platform.dialogs = &dialogs;
         platform.files = &files;
         platform.system = &system;
+        platform.clipboard = &clipboard;
         platform.openTarget = [this](const Text& path) -> std::shared_ptr<dao::Database> {
             if (!files.exists(path)) {
                 throw RunTimeError(ErrorNumber::DatabaseNotFound, path);
@@ -79,6 +80,7 @@ public:
     FakeDialogs dialogs;
     FakeFiles files;
     FakeSystem system;
+    FakeClipboard clipboard;
     FakeStoreFile store;
     std::map<Text, FakeStoreFile> savedFiles;  // analysis files by path
     std::vector<std::pair<Text, Text>> copies; // by the shell, in order

@@ -6,6 +6,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <memory>
 #include <set>
 #include <string>
@@ -62,7 +63,56 @@ public:
         return openFile(filter, initialFolder, title);
     }
 
+    std::optional<PageMargins> margins; // the answer of the page setup; without one: cancelled
+    std::vector<PageMargins> offeredMargins, leastMargins;
+    int printDialogs = 0; // answered with OK
+
+    bool PageSetupDlg(PageMargins& chosen, const PageMargins& least) override {
+        offeredMargins.push_back(chosen);
+        leastMargins.push_back(least);
+        if (margins) {
+            chosen = *margins;
+        }
+        return margins.has_value();
+    }
+    bool PrintDlg() override {
+        ++printDialogs;
+        return true;
+    }
+
     Text lastText() const { return boxes.empty() ? Text(u"(no box)") : boxes.back().text; }
+};
+
+class FakeClipboard : public Clipboard {
+public:
+    Picture content;
+    std::vector<Text> calls; // "Clear", "SetData", "GetData"
+    std::deque<int> errors;  // of the calls to come, 0 for one that works; behind them all work
+
+    void Clear() override {
+        call(u"Clear");
+        content = {};
+    }
+    void SetData(const Picture& picture) override {
+        call(u"SetData");
+        content = picture;
+    }
+    Picture GetData() override {
+        call(u"GetData");
+        return content;
+    }
+
+private:
+    void call(const Text& what) {
+        calls.push_back(what);
+        if (!errors.empty()) {
+            const int number = errors.front();
+            errors.pop_front();
+            if (number != 0) {
+                throw RunTimeError(number, u"説明");
+            }
+        }
+    }
 };
 
 class FakeFiles : public Files {
