@@ -5,10 +5,10 @@
 #include <cstdlib>
 #include <functional>
 #include <thread>
-#include <unistd.h>
+#include <vector>
 
 #include <com/sun/star/awt/XTopWindow.hpp>
-#include <com/sun/star/awt/XWindow.hpp>
+#include <com/sun/star/awt/XWindow2.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/NoSuchElementException.hpp>
@@ -74,17 +74,35 @@ css::beans::PropertyValue argument(const OUString& name, const Any& value) {
     return result;
 }
 
-// The workbook of that file among all that the instance has open, hidden ones too.
-Reference<css::frame::XModel> openWorkbook(const Reference<css::frame::XDesktop2>& desktop,
-                                           const std::string& file) {
+// All documents that the instance has open, hidden ones too.
+std::vector<Reference<css::frame::XModel>> documentsOf(const Reference<css::frame::XDesktop2>& desktop) {
+    std::vector<Reference<css::frame::XModel>> documents;
     const auto all = desktop->getComponents()->createEnumeration();
     while (all->hasMoreElements()) {
-        const Reference<css::frame::XModel> model(all->nextElement(), UNO_QUERY);
-        if (model.is() && unescaped(toUtf8(textOf(model->getURL()))) == "file://" + file) {
-            return model;
+        const Reference<css::frame::XModel> document(all->nextElement(), UNO_QUERY);
+        if (document.is()) {
+            documents.push_back(document);
+        }
+    }
+    return documents;
+}
+
+Reference<css::frame::XModel> openWorkbook(const Reference<css::frame::XDesktop2>& desktop,
+                                           const std::string& file) {
+    for (const auto& document : documentsOf(desktop)) {
+        if (unescaped(toUtf8(textOf(document->getURL()))) == "file://" + file) {
+            return document;
         }
     }
     return {};
+}
+
+Reference<css::awt::XWindow2> windowOf(const Reference<css::frame::XModel>& document) {
+    return {document->getCurrentController()->getFrame()->getContainerWindow(), UNO_QUERY_THROW};
+}
+
+void close(const Reference<css::frame::XModel>& document) {
+    Reference<css::util::XCloseable>(document, UNO_QUERY_THROW)->close(true);
 }
 
 // Both ends of "4:20", from 1.
@@ -122,12 +140,20 @@ constexpr TableLine tableLines[] = {
 CalcApplication::CalcApplication(ServiceOptions options)
     : options_(std::move(options)), pipe_(pipeOf(options_)) {}
 
-// An instance that nobody sees is closed in order, so that no file stays marked as open; what does not answer is ended
+// What nobody sees is closed in order, so that no file stays marked as open; an instance that does not answer is ended
 // with its process.
 CalcApplication::~CalcApplication() {
-    if (process_ && !visible_) {
-        skipErrors([this] { Quit(); });
-    }
+    skipErrors([this] {
+        if (process_ && !visible_) {
+            Quit();
+        } else if (workbook_.is()) {
+            call([this] {
+                if (!windowOf(workbook_)->isVisible()) {
+                    close(workbook_);
+                }
+            });
+        }
+    });
 }
 
 void CalcApplication::GetObject() {
@@ -412,9 +438,10 @@ void CalcApplication::setVisible(bool visible) {
         return;
     }
     call([&] {
-        const auto window = workbook_->getCurrentController()->getFrame()->getContainerWindow();
-        window->setVisible(visible);
-        const Reference<css::awt::XTopWindow> top(window, UNO_QUERY);
+        for (const auto& each : documentsOf(connection_->desktop())) {
+            windowOf(each)->setVisible(visible);
+        }
+        const Reference<css::awt::XTopWindow> top(windowOf(workbook_), UNO_QUERY);
         if (visible && top.is()) {
             top->toFront();
         }
@@ -450,12 +477,8 @@ void CalcApplication::Save() {
 void CalcApplication::Quit() {
     call([&] {
         workbook_.clear();
-        const auto all = connection_->desktop()->getComponents()->createEnumeration();
-        while (all->hasMoreElements()) {
-            const Reference<css::uno::XInterface> component(all->nextElement(), UNO_QUERY);
-            if (const Reference<css::util::XCloseable> document(component, UNO_QUERY); document.is()) {
-                document->close(true);
-            }
+        for (const auto& document : documentsOf(connection_->desktop())) {
+            close(document);
         }
         connection_->desktop()->terminate();
     });

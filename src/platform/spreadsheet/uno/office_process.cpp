@@ -95,6 +95,8 @@ OfficeProcess::OfficeProcess(OfficeStart start) : start_(std::move(start)) {
 OfficeProcess::~OfficeProcess() {
     if (!released_) {
         kill();
+    } else if (id_ != 0) {
+        endOf(); // when the person has closed it already, nothing of it stays
     }
 }
 
