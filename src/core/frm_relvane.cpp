@@ -4,7 +4,7 @@ namespace relvane {
 
 FrmRelvane::FrmRelvane() : Form("frmRelvane", Text(programTitle)) {
     // Analyses and windows to come.
-    for (Control* later : std::initializer_list<Control*>{&m6, &m9}) {
+    for (Control* later : std::initializer_list<Control*>{&m6}) {
         later->Visible = false;
     }
     // Their use begins with a selection.

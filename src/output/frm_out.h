@@ -28,6 +28,9 @@ public:
     CommandButton cmdExObj{*this, "cmdExObj", u"オブジェクト", &framExcel};
     CommandButton cmdExTbl{*this, "cmdExTbl", u"テーブル", &framExcel};
     CommandButton cmdExQry{*this, "cmdExQry", u"クエリー", &framExcel};
+
+private:
+    void Form_Load();
 };
 
 } // namespace relvane

@@ -71,19 +71,17 @@ public:
     bool EOF_() const override { return at_ >= file_.tables[table_].size(); }
     void MoveFirst() override { at_ = 0; }
     void MoveNext() override { ++at_; }
-    int FieldCount() const override { return 0; }
-    Text FieldName(int) const override { throw RunTimeError(ErrorNumber::ItemNotInCollection); }
+    int FieldCount() const override { return EOF_() ? 0 : static_cast<int>(currentRow().size()); }
+    Text FieldName(int position) const override { return fieldAt(position).first; }
     Value Field(TextView name) const override {
-        if (EOF_()) {
-            throw RunTimeError(ErrorNumber::NoCurrentRecord);
-        }
-        const FakeRow& row = file_.tables[table_][at_];
+        const FakeRow& row = currentRow();
         if (file_.missingFields.contains(Text(name))) {
             throw RunTimeError(ErrorNumber::ItemNotInCollection, name);
         }
         return valueOf(row, name);
     }
-    Value Field(int) const override { throw RunTimeError(ErrorNumber::ItemNotInCollection); }
+    // The fields of a row stand in the order in which it was written.
+    Value Field(int position) const override { return fieldAt(position).second; }
     void Close() override {
         if (!closed_) {
             file_.log.push_back(u"close " + table_);
@@ -96,6 +94,19 @@ private:
         if (closed_) {
             throw RunTimeError(ErrorNumber::ObjectInvalid);
         }
+    }
+    const FakeRow& currentRow() const {
+        if (EOF_()) {
+            throw RunTimeError(ErrorNumber::NoCurrentRecord);
+        }
+        return file_.tables[table_][at_];
+    }
+    const std::pair<Text, Value>& fieldAt(int position) const {
+        const FakeRow& row = currentRow();
+        if (position < 0 || static_cast<std::size_t>(position) >= row.size()) {
+            throw RunTimeError(ErrorNumber::ItemNotInCollection);
+        }
+        return row[static_cast<std::size_t>(position)];
     }
 
     FakeStoreFile& file_;
