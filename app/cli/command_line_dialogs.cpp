@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <span>
 
 namespace relvane::cli {
 namespace {
@@ -13,6 +14,20 @@ constexpr TextView errorBeginnings[] = {u"場所:", u"Access97以前のバージ
 bool reportsError(const Text& text) {
     return std::ranges::any_of(errorBeginnings,
                                [&](TextView beginning) { return text.starts_with(beginning); });
+}
+
+// The buttons of a box, the one first that is taken without a script. That is the default button, but for a box that
+// offers to try again: where nobody waits, nothing changes in between.
+std::span<const int> buttonsOf(int style) {
+    static constexpr int ok[] = {boxOk}, question[] = {boxYes, boxNo}, again[] = {boxCancel, boxRetry};
+    switch (style & 7) {
+    case yesNo:
+        return question;
+    case retryCancel:
+        return again;
+    default:
+        return ok;
+    }
 }
 
 Text withLineFeeds(const Text& text) {
@@ -39,16 +54,13 @@ int CommandLineDialogs::MsgBox(const Text& text, int style, const Text& title) {
         }
         std::cerr << "[" << toUtf8(title) << "] " << toUtf8(withLineFeeds(text)) << std::endl;
     }
-    const bool asks = (style & yesNo) != 0;
-    int answer = asks ? boxYes : boxOk; // the default button
-    if (!boxAnswers.empty()) {
+    const std::span<const int> buttons = buttonsOf(style);
+    if (!boxAnswers.empty() && std::ranges::find(buttons, boxAnswers.front()) != buttons.end()) {
         const int scripted = boxAnswers.front();
-        if (asks ? scripted == boxYes || scripted == boxNo : scripted == boxOk) {
-            answer = scripted;
-            boxAnswers.pop_front();
-        }
+        boxAnswers.pop_front();
+        return scripted;
     }
-    return answer;
+    return buttons.front();
 }
 
 Text CommandLineDialogs::openFile(const Text&, const Text&, const Text&) {

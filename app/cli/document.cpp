@@ -7,6 +7,7 @@
 #include "comparison.h"
 #include "panel_desks.h"
 #include "session.h"
+#include "support_desks.h"
 #include "working_folder.h"
 
 namespace relvane::cli {
@@ -35,8 +36,8 @@ struct Folder {
 enum class Ended { Well, WithError, WithoutTarget };
 
 // A desk of its own for each, so that one whose errors end its desk does not end the folder.
-Ended runDesk(Folder& folder, const std::function<bool(Session&)>& work) {
-    Session session(folder.programFolder, folder.reports, folder.quiet,
+Ended runDesk(Folder& folder, const ReportOutput& reports, const std::function<bool(Session&)>& work) {
+    Session session(folder.programFolder, reports, folder.quiet,
                     !folder.quiet && ::isatty(STDERR_FILENO) != 0, &folder.saidBefore, folder.links);
     if (!session.select(folder.target)) {
         return Ended::WithoutTarget;
@@ -45,10 +46,23 @@ Ended runDesk(Folder& folder, const std::function<bool(Session&)>& work) {
 }
 
 Ended runPanel(Folder& folder, const PanelDesk& panel, bool withLinks) {
-    return runDesk(folder, [&](Session& session) {
+    return runDesk(folder, folder.reports, [&](Session& session) {
         return (!withLinks || pressAll(session, panel.preparation)) && pressAll(session, panel.analyses) &&
                pressAll(session, panel.views);
     });
+}
+
+// What was shown before an error is bound too.
+Ended runSupport(Folder& folder, const SupportDesk& desk) {
+    ReportOutput reports = folder.reports;
+    reports.binding = std::make_shared<ReportBinding>();
+    const Ended ended = runDesk(folder, reports, [&](Session& session) {
+        return pressChapters(session, desk, [&](const Text& chapter) { reports.binding->chapter = chapter; });
+    });
+    for (const fs::path& file : reports.binding->finish()) {
+        reports.written(file);
+    }
+    return ended;
 }
 
 } // namespace
@@ -85,8 +99,12 @@ int runDocument(const Arguments& arguments) {
         }
         succeeded = ended == Ended::Well && succeeded;
     }
+    for (const SupportDesk& desk : supportDesks()) {
+        succeeded = runSupport(folder, desk) == Ended::Well && succeeded;
+    }
     if (earlier) {
-        const Ended ended = runDesk(folder, [&](Session& session) { return compareWith(session, *earlier); });
+        const Ended ended =
+            runDesk(folder, folder.reports, [&](Session& session) { return compareWith(session, *earlier); });
         succeeded = ended == Ended::Well && succeeded;
     }
     if (!quiet) {

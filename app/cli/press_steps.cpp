@@ -133,13 +133,15 @@ int parseAnswer(const std::string& word) {
         int result;
     };
     static constexpr Answer answers[] = {
-        {"ok", boxOk}, {"yes", boxYes}, {"no", boxNo}, {"はい", boxYes}, {"いいえ", boxNo}};
+        {"ok", boxOk},         {"yes", boxYes},      {"no", boxNo},
+        {"はい", boxYes},      {"いいえ", boxNo},    {"retry", boxRetry},
+        {"cancel", boxCancel}, {"再試行", boxRetry}, {"キャンセル", boxCancel}};
     for (const Answer& answer : answers) {
         if (sameName(answer.word, word)) {
             return answer.result;
         }
     }
-    throw UsageError("no box has a button \"" + word + "\": ok, yes, no");
+    throw UsageError("no box has a button \"" + word + "\": ok, yes, no, retry, cancel");
 }
 
 } // namespace relvane::cli

@@ -32,7 +32,7 @@ Step parseStep(const std::string& word);
 // value that does not exist, CannotPress for a control that cannot be used now. False when the program has ended.
 bool carryOut(Desk& desk, const Step& step);
 
-// "OK", "yes", "no", "はい", "いいえ" as a BoxResult; UsageError for another word.
+// "OK", "yes", "no", "retry", "cancel", "はい", "いいえ" ... as a BoxResult; UsageError for another word.
 int parseAnswer(const std::string& word);
 
 } // namespace relvane::cli

@@ -1,5 +1,7 @@
 #include "report_output.h"
 
+#include <algorithm>
+
 #include "platform/native_path.h"
 #include "platform/runtime_error.h"
 #include "reports/pdf.h"
@@ -47,10 +49,15 @@ private:
         if (view != access::acViewPreview) {
             throw RunTimeError(ErrorNumber::NoPrinter);
         }
-        const reports::ReportDocument document = reports::open(store_, name, now());
+        const reports::ReportDocument document =
+            reports::open(store_, name, now(), output_.binding ? output_.binding->chapter : Text());
         if (output_.folder) {
             makeFolder(*output_.folder);
             const std::filesystem::path file = *output_.folder / (toUtf8(name) + ".pdf");
+            if (output_.binding) {
+                output_.binding->add(document, file);
+                return;
+            }
             reports::writePdf(document, textOfNativePath(file.string()));
             if (output_.written) {
                 output_.written(file);
@@ -64,6 +71,33 @@ private:
 };
 
 } // namespace
+
+struct ReportBinding::Volume {
+    std::filesystem::path file;
+    reports::BoundPdf pages;
+};
+
+ReportBinding::ReportBinding() = default;
+ReportBinding::~ReportBinding() = default;
+
+void ReportBinding::add(const reports::ReportDocument& document, const std::filesystem::path& file) {
+    auto volume = std::ranges::find(volumes_, file, &Volume::file);
+    if (volume == volumes_.end()) {
+        volumes_.push_back({file, reports::BoundPdf(textOfNativePath(file.string()))});
+        volume = std::prev(volumes_.end());
+    }
+    volume->pages.add(document, chapter);
+}
+
+std::vector<std::filesystem::path> ReportBinding::finish() {
+    std::vector<std::filesystem::path> files;
+    for (Volume& volume : volumes_) {
+        volume.pages.finish();
+        files.push_back(volume.file);
+    }
+    volumes_.clear();
+    return files;
+}
 
 std::shared_ptr<access::Application> newReportApplication(const ReportOutput& output) {
     return std::make_shared<ReportApplication>(output);

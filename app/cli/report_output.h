@@ -5,16 +5,40 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "platform/access.h"
 
+namespace relvane::reports {
+class ReportDocument;
+}
+
 namespace relvane::cli {
+
+// Reports of one name gathered in one file, until they are finished.
+class ReportBinding {
+public:
+    ReportBinding();
+    ~ReportBinding();
+
+    Text chapter; // of the report that is opened next
+
+    void add(const reports::ReportDocument& document, const std::filesystem::path& file);
+    // Lets the files appear. Returns them in the order in which they were begun.
+    std::vector<std::filesystem::path> finish();
+
+private:
+    struct Volume;
+    std::vector<Volume> volumes_;
+};
 
 struct ReportOutput {
     // Each report opened becomes NAME.pdf in this folder; without a folder it is laid out and shown to nobody.
     std::optional<std::filesystem::path> folder;
     std::function<void(const std::filesystem::path&)>
         written; // called with each file, when there is someone to call
+    // With a binding, reports of one name become one file, which appears when that is finished.
+    std::shared_ptr<ReportBinding> binding{};
 };
 
 // The application that "shows" the reports of a work database: its preview writes them to `output`, its printing is

@@ -31,8 +31,9 @@ Session::Session(const std::filesystem::path& programFolder, ReportOutput report
     platform_.newReportApplication = [reports = std::move(reports)] { return newReportApplication(reports); };
     if (progress_) {
         dialogs.beforeWriting = [this] { clearGauge(); };
-        desk.frmRelvane.linGuage.onRefresh = [this] { drawGauge(); };
-        desk.frmRelvane.txtMesege.onRefresh = [this] { drawGauge(); };
+        followGauge(desk.frmRelvane.gauge);
+        followGauge(desk.frmSien.gauge);
+        followGauge(desk.frmBatch.gauge);
     }
 }
 
@@ -55,12 +56,16 @@ bool Session::select(const std::filesystem::path& target) {
     return desk.dispatch([this] { desk.frmRelvane.m1a.press(); }) && !dialogs.errorReported();
 }
 
-void Session::drawGauge() {
+void Session::followGauge(ProgressGauge& gauge) {
+    gauge.linGuage.onRefresh = gauge.txtMesege.onRefresh = [this, &gauge] { drawGauge(gauge); };
+}
+
+void Session::drawGauge(const ProgressGauge& gauge) {
     constexpr int width = 30, fullGauge = 2400;
-    const int filled = std::clamp<int>(desk.frmRelvane.linGuage.X2, 0, fullGauge) * width / fullGauge;
+    const int filled = std::clamp<int>(gauge.linGuage.X2, 0, fullGauge) * width / fullGauge;
     std::string line = "[" + std::string(static_cast<std::size_t>(filled), '#') +
                        std::string(static_cast<std::size_t>(width - filled), ' ') + "] " +
-                       toUtf8(desk.frmRelvane.txtMesege.Caption.get());
+                       toUtf8(gauge.txtMesege.Caption.get());
     if (line != drawn_) {
         drawn_ = std::move(line);
         std::cerr << "\r\033[K" << drawn_ << std::flush;

@@ -36,7 +36,8 @@ private:
     LinuxFiles files_;
     LinuxSystem system_;
     Platform platform_;
-    void drawGauge();
+    void followGauge(ProgressGauge& gauge);
+    void drawGauge(const ProgressGauge& gauge);
     void clearGauge();
     bool progress_;
     std::string drawn_;

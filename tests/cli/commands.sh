@@ -34,9 +34,20 @@ cp "$samples/juchu.mdb" "$work/受注 97.mdb"
 before=$(sha256sum <"$work/受注 97.mdb")
 check "document" 0 "$cli" document "$work/受注 97.mdb" --without-links --out "$work/folder"
 for report in R_RvHyousi R_RvHyousiH R_RvHyousiW R_RvObjectAll R_RvTblTable R_RvTblIndex R_RvQeryAll R_RvQerySql R_RvFile \
-    R_RvProcName R_RvProcName50 R_RvModule R_RvModule50 R_RvModule2 R_RvModule250 R_RvModStep R_RvComment R_RvMacro; do
+    R_RvProcName R_RvProcName50 R_RvModule R_RvModule50 R_RvModule2 R_RvModule250 R_RvModStep R_RvComment R_RvMacro \
+    R_RvLinkTable R_RvLinkObject R_RvLinkProc R_RvHensuU R_RvHensuT R_RvHensuH R_RvTextTeigi; do
     [ -s "$work/folder/$report.pdf" ] || { echo "FAILED: no $report.pdf"; failed=1; }
 done
+if command -v pdftotext >/dev/null; then
+    pdftotext "$work/folder/R_RvLinkTable.pdf" "$work/usage.txt"
+    for table in 受注明細 得意先; do
+        grep -q "$table" "$work/usage.txt" || { echo "FAILED: the usage of $table is not in the volume"; failed=1; }
+    done
+    pdftotext "$work/folder/R_RvLinkObject.pdf" "$work/references.txt"
+    for kind in フォーム レポート; do
+        grep -q "オブジェクト参照元一覧($kind)" "$work/references.txt" || { echo "FAILED: no references of $kind"; failed=1; }
+    done
+fi
 check "document with a relative path" 0 sh -c 'cd "$1" && "$2" document "受注 97.mdb" --without-links --quiet --out here' - "$work" "$cli"
 [ -s "$work/here/R_RvObjectAll.pdf" ] || { echo "FAILED: no folder beside a relative target"; failed=1; }
 
@@ -97,6 +108,8 @@ check "disabled control" 1 "$cli" press "$work/受注 97.mdb" cmdOPre
 holds "$work/err" "cmdOPre"
 check "unknown control" 2 "$cli" press "$work/受注 97.mdb" cmdNothing
 check "unknown value" 2 "$cli" press "$work/受注 97.mdb" optObject=8
+check "an answer that no box has" 2 "$cli" press "$work/受注 97.mdb" cmdObject answer=maybe
+holds "$work/err" "retry, cancel"
 check "unused answer" 2 "$cli" press "$work/受注 97.mdb" cmdObject "file=$work/x"
 check "another window" 0 "$cli" press "$work/受注 97.mdb" m8 frmSetUp.chkSetUp=1 frmSetUp.txtNini=受注 frmSetUp.cmdOK
 check "window that is not open" 1 "$cli" press "$work/受注 97.mdb" frmSetUp.cmdOK

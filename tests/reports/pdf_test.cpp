@@ -91,6 +91,50 @@ TEST(Pdf, HasAnOutlineEvenWithoutGroups) {
     EXPECT_THAT(facts.outline, ElementsAre("表紙 1"));
 }
 
+TEST(BoundPdf, HoldsReportsOneBehindTheOtherWithAChapterEach) {
+    const TemporaryFolder folder;
+    const auto path = folder / "bound.pdf";
+    auto store = emptyStore();
+    setCover(*store, u"題", u"系", u"社", u"部", u"者");
+    {
+        reports::BoundPdf file(text(path.string()));
+        file.add(objectList(60), u"甲");
+        file.add(reports::open(store, u"R_RvHyousi", printed), u"乙"); // stands, the others lie
+        file.add(objectList(1), {});
+        EXPECT_FALSE(std::filesystem::exists(path));
+        file.finish();
+    }
+    const PdfFacts facts = factsOf(path.string());
+    EXPECT_FALSE(facts.warnings);
+    EXPECT_THAT(facts.outline, ElementsAre("甲 1", " テーブル 1", " クエリー 2", " フォーム 2", " レポート 3",
+                                           " マクロ 4", " モジュール 4", "乙 6", "テーブル 7"));
+    const std::string sizes = outputOf("pdfinfo -f 5 -l 7 '" + path.string() + "'");
+    EXPECT_THAT(sizes, HasSubstr("Page    5 size:  842"));
+    EXPECT_THAT(sizes, HasSubstr("Page    6 size:  595"));
+    EXPECT_THAT(sizes, HasSubstr("Page    7 size:  842"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
+}
+
+TEST(BoundPdf, LeavesNothingWithoutItsEnd) {
+    const TemporaryFolder folder;
+    {
+        reports::BoundPdf file(text((folder / "bound.pdf").string()));
+        file.add(objectList(3), u"甲");
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+TEST(Pdf, NamesTheSubjectOfAListWithoutRows) {
+    const auto store = emptyStore();
+    const auto said = [&](const Text& subject) {
+        return squeezed(
+            pdfText(printed_pdf(reports::open(store, u"R_RvObjectAll", printed, subject), "empty")));
+    };
+    EXPECT_THAT(said({}), HasSubstr("該当するデータはありません。"));
+    EXPECT_THAT(said({}), Not(HasSubstr("：該当するデータはありません。")));
+    EXPECT_THAT(said(u"月次集計"), HasSubstr("月次集計：該当するデータはありません。"));
+}
+
 TEST(Pdf, EmbedsOnlyTheFacesOfTheReports) {
     auto store = emptyStore();
     addLongestObjects(*store);

@@ -17,27 +17,9 @@ constexpr int twipsPerInch = 1440;
 constexpr int pagesBetweenChecks = 50;
 constexpr char language[] = "ja";
 
-void drawPages(const ReportDocument& document, OutputFile& file) {
-    QPdfWriter writer(&file);
-    writer.setPdfVersion(QPagedPaintDevice::PdfVersion_1_6);
-    writer.setResolution(twipsPerInch);
-    const QSizeF size = document.pageSize(0);
+QPageLayout layoutOf(const QSizeF& size) {
     const bool lying = size.width() > size.height();
-    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4),
-                                     lying ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF()));
-    writer.setTitle(toQString(document.title()));
-    QPainter painter(&writer);
-    for (int page = 0; page < document.pageCount(); ++page) {
-        if (page > 0) {
-            writer.newPage();
-        }
-        document.paint(painter, page);
-        if (page % pagesBetweenChecks == 0) {
-            file.check(); // no use in drawing on, when the disk is full
-        }
-    }
-    painter.end();
-    file.check();
+    return {QPageSize(QPageSize::A4), lying ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF()};
 }
 
 QDateTime moment(const DateTime& date) {
@@ -73,6 +55,7 @@ std::string metadataOf(const ReportDocument& document, const QDateTime& date) {
         .toStdString();
 }
 
+// All but the outline.
 PdfExtras extrasOf(const ReportDocument& document) {
     const QDateTime date = moment(document.printedAt());
     PdfExtras extras;
@@ -82,31 +65,91 @@ PdfExtras extrasOf(const ReportDocument& document) {
     extras.language = language;
     extras.date = pdfDate(date);
     extras.metadata = metadataOf(document, date);
-    for (const OutlineEntry& entry : document.outline()) {
-        extras.outline.push_back({entry.level, toUtf8(entry.text), entry.page});
-    }
-    if (extras.outline.empty()) {
-        extras.outline.push_back({0, extras.title, 0});
-    }
     return extras;
 }
 
 } // namespace
 
-void writePdf(const ReportDocument& document, const Text& path) {
-    OutputFile pages(path, u".pages");
-    drawPages(document, pages);
-    OutputFile whole(path, u".part");
-    try {
-        addExtras(pages.nativeName(), extrasOf(document),
-                  [&](const char* data, std::size_t size) { whole.write(data, static_cast<qint64>(size)); });
-    } catch (const PdfFailure& failure) {
-        if (failure.systemError == 0) {
-            throw RunTimeError(ErrorNumber::FileAccess, fromUtf8(failure.reason));
-        }
-        whole.fail(failure.systemError);
+// Pages of any number of reports in the making.
+class BoundPdf::Pages {
+public:
+    explicit Pages(const Text& path) : path_(path), file_(path, u".pages"), writer_(&file_) {
+        writer_.setPdfVersion(QPagedPaintDevice::PdfVersion_1_6);
+        writer_.setResolution(twipsPerInch);
     }
-    whole.renameTo(path);
+
+    int pageCount() const { return pageCount_; }
+    PdfExtras extras;
+
+    void draw(const ReportDocument& document) {
+        if (!painter_.isActive()) {
+            writer_.setPageLayout(layoutOf(document.pageSize(0)));
+            writer_.setTitle(toQString(document.title()));
+            extras = extrasOf(document);
+            painter_.begin(&writer_);
+        }
+        for (int page = 0; page < document.pageCount(); ++page) {
+            if (pageCount_++ > 0) {
+                writer_.setPageLayout(layoutOf(document.pageSize(page)));
+                writer_.newPage();
+            }
+            document.paint(painter_, page);
+            if (page % pagesBetweenChecks == 0) {
+                file_.check(); // no use in drawing on, when the disk is full
+            }
+        }
+    }
+
+    void finish() {
+        painter_.end();
+        file_.check();
+        OutputFile whole(path_, u".part");
+        try {
+            addExtras(file_.nativeName(), extras, [&](const char* data, std::size_t size) {
+                whole.write(data, static_cast<qint64>(size));
+            });
+        } catch (const PdfFailure& failure) {
+            if (failure.systemError == 0) {
+                throw RunTimeError(ErrorNumber::FileAccess, fromUtf8(failure.reason));
+            }
+            whole.fail(failure.systemError);
+        }
+        whole.renameTo(path_);
+    }
+
+private:
+    Text path_;
+    OutputFile file_;
+    QPdfWriter writer_;
+    QPainter painter_;
+    int pageCount_ = 0;
+};
+
+BoundPdf::BoundPdf(const Text& path) : pages_(std::make_unique<Pages>(path)) {}
+BoundPdf::BoundPdf(BoundPdf&&) noexcept = default;
+BoundPdf::~BoundPdf() = default;
+
+void BoundPdf::add(const ReportDocument& document, const Text& chapter) {
+    const int first = pages_->pageCount();
+    pages_->draw(document);
+    auto& outline = pages_->extras.outline;
+    const int level = chapter.empty() ? 0 : 1;
+    if (!chapter.empty() || document.outline().empty()) { // every page is reached from the outline
+        outline.push_back({0, toUtf8(chapter.empty() ? document.title() : chapter), first});
+    }
+    for (const OutlineEntry& entry : document.outline()) {
+        outline.push_back({entry.level + level, toUtf8(entry.text), first + entry.page});
+    }
+}
+
+void BoundPdf::finish() {
+    pages_->finish();
+}
+
+void writePdf(const ReportDocument& document, const Text& path) {
+    BoundPdf file(path);
+    file.add(document, {});
+    file.finish();
 }
 
 } // namespace relvane::reports

@@ -10,6 +10,7 @@
 
 #include "platform/recordset.h"
 #include "platform/text.h"
+#include "reports/style.h"
 
 namespace relvane::reports {
 
@@ -202,7 +203,8 @@ struct ReportDefinition {
     std::vector<Group> groups; // outermost first
     std::vector<Table> tables;
     Closing closing;
-    std::vector<Placed> placed; // not empty: a sheet of placed fields, without head, foot and rows
+    Text nothing = style::nothingToShow; // what is printed where there are no rows
+    std::vector<Placed> placed;          // not empty: a sheet of placed fields, without head, foot and rows
 };
 
 // Reads a definition. Error 3049 (a damaged work database) with the report, the place in the definition and the

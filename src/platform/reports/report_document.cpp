@@ -128,7 +128,7 @@ public:
             addPlaced(page, definition, fonts, *row);
         } else {
             page.items.push_back(textItem(fonts, fonts.number(style::table), 0, style::bindingMargin,
-                                          style::bindingMargin, QString::fromUtf16(style::nothingToShow)));
+                                          style::bindingMargin, toQString(definition.nothing)));
         }
         return page;
     }
@@ -255,13 +255,17 @@ std::vector<Hit> ReportDocument::search(TextView text, int firstPage, int pages)
     return hits;
 }
 
-ReportDocument open(std::shared_ptr<RowStore> store, const Text& reportName, const DateTime& now) {
+ReportDocument open(std::shared_ptr<RowStore> store, const Text& reportName, const DateTime& now,
+                    const Text& subject) {
     const auto rows = store->OpenRecordset(u"RvReports");
     for (; !rows->EOF_(); rows->MoveNext()) {
         const Text name = toText(rows->Field(u"Name"));
         if (equalsIgnoringCase(name, reportName)) {
             ReportDefinition definition = parseDefinition(name, toText(rows->Field(u"Definition")));
             rows->Close();
+            if (!subject.empty()) {
+                definition.nothing = subject + u"：" + definition.nothing;
+            }
             return {std::move(store), std::move(definition), now};
         }
     }

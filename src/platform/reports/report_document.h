@@ -64,7 +64,9 @@ private:
     std::unique_ptr<Layout> layout_;
 };
 
-// The report of that name of a work database, with the definition stored there; 2103 when there is none.
-ReportDocument open(std::shared_ptr<RowStore> store, const Text& reportName, const DateTime& now);
+// The report of that name of a work database, with the definition stored there; 2103 when there is none. A report
+// without rows names its subject, where it has been given one: its rows cannot tell what was asked for.
+ReportDocument open(std::shared_ptr<RowStore> store, const Text& reportName, const DateTime& now,
+                    const Text& subject = {});
 
 } // namespace relvane::reports

@@ -60,7 +60,7 @@ void Steps::make(std::int64_t row, const std::vector<Totals>& before) {
             }
         }
         if (current == nullptr) {
-            steps_.push_back({Step::Kind::Empty, 0, bands_.note(QString::fromUtf16(style::nothingToShow))});
+            steps_.push_back({Step::Kind::Empty, 0, bands_.note(toQString(definition_.nothing))});
             return;
         }
     }
