@@ -172,6 +172,7 @@ int run(QApplication& application, const CommandLine& line) {
     qt::RelvaneWindow window(desk.frmRelvane, events);
     const qt::SetUpWindow setUp(window, desk.frmSetUp, events);
     const qt::SienWindow sien(window, desk.frmSien, events);
+    const qt::OutWindow out(window, desk.frmOut, events);
     const qt::AboutWindow about(window, desk.frmAbout, events);
     if (lock.isHeld()) {
         instance.listen([&window] { window.comeForward(); });

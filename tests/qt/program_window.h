@@ -44,6 +44,7 @@ struct Program {
     std::unique_ptr<RelvaneWindow> window;
     std::unique_ptr<SetUpWindow> setUp;
     std::unique_ptr<SienWindow> sien;
+    std::unique_ptr<OutWindow> out;
     std::unique_ptr<AboutWindow> about;
 
     // `settings`: the settings file of an earlier run, to begin with.
@@ -76,11 +77,13 @@ struct Program {
         window = std::make_unique<RelvaneWindow>(desk->frmRelvane, *events);
         setUp = std::make_unique<SetUpWindow>(*window, desk->frmSetUp, *events);
         sien = std::make_unique<SienWindow>(*window, desk->frmSien, *events);
+        out = std::make_unique<OutWindow>(*window, desk->frmOut, *events);
         about = std::make_unique<AboutWindow>(*window, desk->frmAbout, *events);
         events->fire([this] { desk->start({}); });
     }
     ~Program() {
         about.reset();
+        out.reset();
         sien.reset();
         setUp.reset();
         window.reset();

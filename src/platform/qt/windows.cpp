@@ -9,6 +9,7 @@
 #include "qt/shortcuts.h"
 #include "ui_frmAbout.h"
 #include "ui_frmRelvane.h"
+#include "ui_frmOut.h"
 #include "ui_frmSetUp.h"
 #include "ui_frmSien.h"
 
@@ -76,6 +77,14 @@ SienWindow::SienWindow(QWidget& above, FrmSien& form, EventQueue& events) : QWid
 SienWindow::~SienWindow() = default;
 
 AboutWindow::AboutWindow(QWidget& above, FrmAbout& form, EventQueue& events) : QWidget(&above, aboveAnother) {
+OutWindow::OutWindow(QWidget& above, FrmOut& form, EventQueue& events) : QWidget(&above, aboveAnother) {
+    Ui::frmOut ui;
+    ui.setupUi(this);
+    binder_ = std::make_unique<Binder>(*this, form, events);
+}
+
+OutWindow::~OutWindow() = default;
+
     Ui::frmAbout ui;
     ui.setupUi(this);
     binder_ = std::make_unique<Binder>(*this, form, events);

@@ -6,6 +6,7 @@
 
 #include "core/frm_relvane.h"
 #include "output/frm_set_up.h"
+#include "output/frm_out.h"
 #include "qt/binder.h"
 #include "support/frm_about.h"
 #include "support/frm_sien.h"
@@ -54,6 +55,18 @@ private:
 // The about box.
 class AboutWindow : public QWidget {
     Q_OBJECT
+// The outputs; stays above the main window.
+class OutWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    OutWindow(QWidget& above, FrmOut& form, EventQueue& events);
+    ~OutWindow() override;
+
+private:
+    std::unique_ptr<Binder> binder_;
+};
+
 
 public:
     AboutWindow(QWidget& above, FrmAbout& form, EventQueue& events);
