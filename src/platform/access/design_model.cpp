@@ -94,7 +94,19 @@ private:
     Collection<Control> controls_;
 };
 
-using ModelForm = ModelDesign<Form>;
+class ModelForm : public ModelDesign<Form> {
+public:
+    ModelForm(std::shared_ptr<const Design> design, const Text& name, ModuleLoader loadModule,
+              WindowPainter paint)
+        : ModelDesign(std::move(design), name, std::move(loadModule)), paint_(std::move(paint)) {}
+
+    Picture picture(bool wholeWindow) const override {
+        return paint_ ? paint_(wholeWindow) : Form::picture(wholeWindow);
+    }
+
+private:
+    WindowPainter paint_;
+};
 
 class ModelReport : public ModelDesign<Report> {
 public:
@@ -120,8 +132,8 @@ private:
 } // namespace
 
 std::shared_ptr<Form> openForm(std::shared_ptr<const Design> design, const Text& name,
-                               ModuleLoader loadModule) {
-    return std::make_shared<ModelForm>(std::move(design), name, std::move(loadModule));
+                               ModuleLoader loadModule, WindowPainter paint) {
+    return std::make_shared<ModelForm>(std::move(design), name, std::move(loadModule), std::move(paint));
 }
 
 std::shared_ptr<Report> openReport(std::shared_ptr<const Design> design, const Text& name,

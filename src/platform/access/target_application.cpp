@@ -15,7 +15,8 @@
 namespace relvane::access {
 namespace {
 
-constexpr int formNotFound = 2102, reportNotFound = 2103, actionCancelled = 2501, databaseAlreadyOpen = 7867;
+constexpr int formNotFound = 2102, reportNotFound = 2103, objectNotOpen = 2489, actionCancelled = 2501,
+              databaseAlreadyOpen = 7867;
 
 // The menu command that converts a macro, by the arguments of DoMenuItem.
 constexpr std::array conversionCommand{9, 0, 5, 0, 70};
@@ -54,7 +55,8 @@ bool isOfAccess95(dao::Database& database) {
 // The application is its own DoCmd. What it does not have fails as in an application without any object.
 class TargetApplication : public Application, public DoCmd {
 public:
-    explicit TargetApplication(jet::LinkResolver resolveLink) : resolveLink_(std::move(resolveLink)) {}
+    TargetApplication(jet::LinkResolver resolveLink, NewFormPainter newPainter)
+        : resolveLink_(std::move(resolveLink)), newPainter_(std::move(newPainter)) {}
 
     void OpenCurrentDatabase(const Text& path, bool) override {
         if (database_) {
@@ -74,6 +76,8 @@ public:
     void CloseCurrentDatabase() override {
         requireDatabase();
         forms_.clear();
+        formViews_.clear();
+        painter_.reset();
         reports_.clear();
         modules_.clear();
         selectedMacro_ = nullptr;
@@ -86,18 +90,36 @@ public:
     void setVisible(bool) override {} // it has no window
 
     void OpenForm(const Text& name, View view) override {
-        open(forms_, DesignKind::Form, name, view,
-             RunTimeError(formNotFound, u"フォームが見つかりません。 (" + name + u")"), openForm);
+        requireDatabase();
+        const DesignDocument& document =
+            find(DesignKind::Form, name,
+                 RunTimeError(formNotFound, u"フォームが見つかりません。 (" + name + u")"));
+        if (view == acViewNormal) {
+            if (FormPainter* const forms = painter()) {
+                forms->requireOpens(name);
+            }
+        } else {
+            requireDesignView(document, view);
+        }
+        open(forms_, document, [this](auto design, const Text& ofDocument, ModuleLoader loadModule) {
+            return openForm(std::move(design), ofDocument, std::move(loadModule), windowOf(ofDocument));
+        });
+        formViews_[upperCase(document.name)] = view;
     }
     void OpenReport(const Text& name, View view) override {
-        open(reports_, DesignKind::Report, name, view,
-             RunTimeError(reportNotFound, u"レポートが見つかりません。 (" + name + u")"), openReport);
+        requireDatabase();
+        const DesignDocument& document =
+            find(DesignKind::Report, name,
+                 RunTimeError(reportNotFound, u"レポートが見つかりません。 (" + name + u")"));
+        requireDesignView(document, view);
+        open(reports_, document, openReport);
     }
     void Close(ObjectType type, const Text& name, CloseSave) override {
         requireDatabase();
         switch (type) {
         case acForm:
             forms_.erase(upperCase(name));
+            formViews_.erase(upperCase(name));
             break;
         case acReport:
             reports_.erase(upperCase(name));
@@ -108,6 +130,11 @@ public:
         case acMacro: // is never open
             break;
         }
+    }
+    void RepaintObject(ObjectType type,
+                       const Text& name) override { // pictures are drawn when they are asked for
+        requireDatabase();
+        requireOpen(type, name);
     }
     void Maximize() override { requireDatabase(); }
     void Minimize() override { requireDatabase(); }
@@ -128,6 +155,9 @@ public:
         requireDatabase();
         if (!objects_->isOfFile(type, name) && !objects_->isConverted(type, name)) {
             return access::DoCmd::SelectObject(type, name, inDatabaseWindow); // 2544
+        }
+        if (!inDatabaseWindow) {
+            requireOpen(type, name);
         }
         selectedMacro_ = type == acMacro && inDatabaseWindow ? objects_->macros().find(name) : nullptr;
     }
@@ -172,25 +202,48 @@ private:
     template <class T>
     using OpenObjects = std::map<Text, std::shared_ptr<T>>; // by the name in capitals
 
-    // What is open already stays as it is.
-    template <class T, class Open>
-    void open(OpenObjects<T>& openDesigns, DesignKind kind, const Text& name, View view,
-              const RunTimeError& notFound, Open openDesign) {
-        requireDatabase();
-        const DesignDocument* document = objects_->designs().find(kind, name);
+    const DesignDocument& find(DesignKind kind, const Text& name, const RunTimeError& notFound) {
+        const DesignDocument* const document = objects_->designs().find(kind, name);
         if (document == nullptr) {
             throw notFound;
         }
+        return *document;
+    }
+    static void requireDesignView(const DesignDocument& document, View view) {
         if (view != acViewDesign) {
             throw RunTimeError(ErrorNumber::InvalidProcedureCall,
-                               document->title() + u": デザイン ビューだけで開けます");
+                               document.title() + u": デザイン ビューだけで開けます");
         }
-        const Text key = upperCase(name);
+    }
+    void requireOpen(ObjectType type, const Text& name) const {
+        if (type == acForm && !forms_.contains(upperCase(name))) {
+            throw RunTimeError(objectNotOpen, u"フォームは開かれていません。 (" + name + u")");
+        }
+    }
+    // What is open already stays as it is.
+    template <class T, class Open>
+    void open(OpenObjects<T>& openDesigns, const DesignDocument& document, Open openDesign) {
+        const Text key = upperCase(document.name);
         if (!openDesigns.contains(key)) {
             openDesigns.emplace(
-                key, openDesign(objects_->designs().design(*document), document->name, moduleOf(*document)));
+                key, openDesign(objects_->designs().design(document), document.name, moduleOf(document)));
         }
         selectedMacro_ = nullptr;
+    }
+    // Nobody when forms are not drawn.
+    FormPainter* painter() {
+        if (!painter_ && newPainter_) {
+            painter_ = newPainter_(*database_);
+        }
+        return painter_.get();
+    }
+    WindowPainter windowOf(const Text& form) {
+        if (!newPainter_) {
+            return {};
+        }
+        return [this, form](bool wholeWindow) {
+            return painter()->draw(form, formViews_.at(upperCase(form)), wholeWindow);
+        };
     }
     ModuleLoader moduleOf(const DesignDocument& document) {
         if (!document.hasModule) {
@@ -213,20 +266,23 @@ private:
     }
 
     jet::LinkResolver resolveLink_;
+    NewFormPainter newPainter_;
     std::shared_ptr<dao::Database> database_;
+    std::unique_ptr<FormPainter> painter_;   // of the database
     std::optional<DatabaseObjects> objects_; // of the database
     // In the database window, as long as that has the focus.
     const MacroDocument* selectedMacro_ = nullptr;
     Text keys_; // for the dialogs of the next menu command
     OpenObjects<Form> forms_;
+    std::map<Text, View> formViews_; // of the forms that are open
     OpenObjects<Report> reports_;
     OpenObjects<Module> modules_;
 };
 
 } // namespace
 
-std::shared_ptr<Application> newTargetApplication(jet::LinkResolver resolveLink) {
-    return std::make_shared<TargetApplication>(std::move(resolveLink));
+std::shared_ptr<Application> newTargetApplication(jet::LinkResolver resolveLink, NewFormPainter newPainter) {
+    return std::make_shared<TargetApplication>(std::move(resolveLink), std::move(newPainter));
 }
 
 } // namespace relvane::access
