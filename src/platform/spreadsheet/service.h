@@ -2,6 +2,7 @@
 // programs start without it, and say what is missing when somebody asks for a workbook.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 
@@ -13,8 +14,10 @@ struct ServiceOptions {
     // A folder of the program's own: the settings of the instance lie in it, and programs with the same folder share
     // one instance, which GetObject finds.
     std::filesystem::path folder;
-    bool windows =
-        false; // otherwise nothing is ever shown, and the instance ends with the program that started it
+    // Otherwise nothing is ever shown, and the instance ends with the program that started it.
+    bool windows = false;
+    // For one answer, and for the instance to come up; then it counts as gone.
+    std::chrono::milliseconds patience = std::chrono::minutes(1);
 };
 
 // Where the module lies beside the program that runs: "lib/relvane/spreadsheet.so" in the folder above its own.

@@ -158,21 +158,21 @@ CalcApplication::~CalcApplication() {
 
 void CalcApplication::GetObject() {
     workbook_.clear();
-    connection_ = Connection::open(pipe_);
+    connection_ = Connection::open(pipe_, options_.patience);
     if (!connection_) {
         throw RunTimeError(cannotCreateObject, u"表計算ソフトは起動していません。");
     }
 }
 
 void CalcApplication::CreateObject() {
-    constexpr std::chrono::milliseconds patience = 60s, pause = 25ms;
-    const auto end = std::chrono::steady_clock::now() + patience;
+    constexpr auto pause = 25ms;
+    const auto end = std::chrono::steady_clock::now() + options_.patience;
     auto process = std::make_unique<OfficeProcess>(
         OfficeStart{.pipe = pipe_,
                     .settings = std::filesystem::absolute(options_.folder) /
                                 (options_.windows ? "Relvane.office" : "Relvane.quiet"),
                     .windows = options_.windows});
-    while (!(connection_ = Connection::open(pipe_))) {
+    while (!(connection_ = Connection::open(pipe_, options_.patience))) {
         if (!process->lives() || std::chrono::steady_clock::now() > end) {
             throw RunTimeError(cannotCreateObject, u"表計算ソフト (LibreOffice Calc) を起動出来ません。");
         }

@@ -70,7 +70,7 @@ private:
     const ServiceOptions options_;
     std::string pipe_;
     std::unique_ptr<OfficeProcess> process_;           // of an instance that this application has started
-    std::unique_ptr<Connection> connection_;           // goes before the process
+    std::shared_ptr<Connection> connection_;           // goes before the process
     css::uno::Reference<css::frame::XModel> workbook_; // the active one
     std::int32_t row_ = 1, column_ = 1;
     Text selection_;

@@ -1,6 +1,7 @@
 #include "uno/connection.h"
 
 #include <condition_variable>
+#include <map>
 #include <mutex>
 #include <thread>
 
@@ -19,15 +20,11 @@
 namespace relvane::spreadsheet {
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr auto limit = 60s; // for one call, or a few that belong together
-
 // Does something when it is still there after the limit.
 class TimeLimit {
 public:
-    explicit TimeLimit(std::function<void()> onExpiry)
-        : watch_([this, onExpiry = std::move(onExpiry)] {
+    TimeLimit(std::chrono::milliseconds limit, std::function<void()> onExpiry)
+        : watch_([this, limit, onExpiry = std::move(onExpiry)] {
               std::unique_lock lock(mutex_);
               if (!changed_.wait_for(lock, limit, [this] { return over_; })) {
                   onExpiry();
@@ -60,19 +57,30 @@ void dispose(const css::uno::Reference<css::bridge::XBridge>& bridge) {
 
 } // namespace
 
-std::unique_ptr<Connection> Connection::open(const std::string& pipe) {
+std::shared_ptr<Connection> Connection::open(const std::string& pipe, std::chrono::milliseconds patience) {
+    static std::map<std::string, std::weak_ptr<Connection>> lines;
+    if (auto line = lines[pipe].lock(); line && line->answers()) {
+        return line;
+    }
+    auto line = openNew(pipe, patience);
+    lines[pipe] = line;
+    return line;
+}
+
+std::shared_ptr<Connection> Connection::openNew(const std::string& pipe, std::chrono::milliseconds patience) {
     // Once for the program: it would be made anew by every call.
     static const css::uno::Reference<css::uno::XComponentContext> local =
         cppu::defaultBootstrap_InitialComponentContext();
-    std::unique_ptr<Connection> line;
+    css::uno::Reference<css::connection::XConnection> connection;
     try {
-        const auto connection = css::connection::Connector::create(local)->connect(
+        connection = css::connection::Connector::create(local)->connect(
             "pipe,name=" + OUString::createFromAscii(pipe.c_str()));
-        line.reset(new Connection(
-            css::bridge::BridgeFactory::create(local)->createBridge(OUString(), "urp", connection, nullptr)));
     } catch (const css::connection::NoConnectException&) {
         return nullptr;
     }
+    const std::shared_ptr<Connection> line(new Connection(
+        css::bridge::BridgeFactory::create(local)->createBridge(OUString(), "urp", connection, nullptr),
+        patience));
     line->call([&line = *line] {
         line.remote_.set(line.bridge_->getInstance("StarOffice.ComponentContext"), css::uno::UNO_QUERY_THROW);
         line.desktop_ = css::frame::Desktop::create(line.remote_);
@@ -81,11 +89,17 @@ std::unique_ptr<Connection> Connection::open(const std::string& pipe) {
 }
 
 Connection::~Connection() {
-    close();
+    desktop_.clear();
+    remote_.clear();
+    dispose(bridge_);
+}
+
+bool Connection::answers() {
+    return skipErrors([this] { call([this] { desktop_->getComponents(); }); }) == 0;
 }
 
 void Connection::call(const std::function<void()>& calls) {
-    const TimeLimit watch([this] { dispose(bridge_); });
+    const TimeLimit watch(patience_, [this] { dispose(bridge_); });
     try {
         calls();
     } catch (const css::lang::DisposedException&) {
@@ -93,15 +107,6 @@ void Connection::call(const std::function<void()>& calls) {
     } catch (const css::uno::Exception& refusal) {
         throw RunTimeError(applicationError,
                            u"表計算ソフトで処理出来ません。 (" + textOf(refusal.Message) + u")");
-    }
-}
-
-void Connection::close() {
-    desktop_.clear();
-    remote_.clear();
-    if (bridge_.is()) {
-        dispose(bridge_);
-        bridge_.clear();
     }
 }
 

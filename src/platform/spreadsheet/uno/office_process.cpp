@@ -30,7 +30,6 @@ std::vector<std::string> wordsOf(const OfficeStart& start) {
                                       "--norestore",
                                       "--nologo",
                                       "--nodefault",
-                                      "--nofirststartwizard",
                                       "--accept=pipe,name=" + start.pipe + ";urp",
                                       "-env:UserInstallation=" + fileUrl(start.settings.string())};
     if (!start.windows) {
