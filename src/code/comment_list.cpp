@@ -14,20 +14,6 @@ constexpr std::int64_t textLength = 150; // of each text column
 // Asked for this kind, a module answers with a property too.
 constexpr std::int32_t anyKind = 0;
 
-AnalysisSpec specOf(AnalysisContext& context) {
-    return {.tables = {u"T_RvComment"},
-            .workingMessage = u"コメント情報　取得中",
-            .walk =
-                [&context] {
-                    walkSources(context, everyKind,
-                                [&context](const SourceKind&) { CollectComments(context); });
-                    return WalkEnd::Complete;
-                },
-            .showReport =
-                [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdCmPre), previewMode); },
-            .preview = &context.frmRelvane.cmdCmPre};
-}
-
 void writeComment(AnalysisContext& context, const Text& objectName) {
     const ScanState& scan = context.Scan;
     Recordset& row = need(context.WorkRs1);
@@ -57,8 +43,22 @@ void collectFromProcedure(AnalysisContext& context, const access::Module& module
 
 } // namespace
 
+AnalysisSpec commentAnalysis(AnalysisContext& context) {
+    return {.tables = {u"T_RvComment"},
+            .workingMessage = u"コメント情報　取得中",
+            .walk =
+                [&context](std::int16_t progress) {
+                    walkSources(context, everyKind, progress,
+                                [&context](const SourceKind&) { CollectComments(context); });
+                    return WalkEnd::Complete;
+                },
+            .showReport =
+                [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdCmPre), previewMode); },
+            .preview = &context.frmRelvane.cmdCmPre};
+}
+
 void cmdComment_Click(AnalysisContext& context) {
-    guarded(context, places::commentList, [&context] { runAnalysis(context, specOf(context)); });
+    guarded(context, places::commentList, [&context] { runAnalysis(context, commentAnalysis(context)); });
 }
 
 void CollectComments(AnalysisContext& context) {

@@ -5,15 +5,12 @@
 #include "code/macro_scan.h"
 #include "code/module_walk.h"
 #include "core/error_report.h"
-#include "core/progress_gauge.h"
-#include "core/work_store_convention.h"
 #include "objects/object_text.h"
 #include "output/report_show.h"
 
 namespace relvane {
 namespace {
 
-constexpr std::int16_t chosenMacro = 2; // scope
 constexpr std::int64_t nameLength = 150;
 constexpr TextView workingMessage = u"マクロ情報　取得中";
 
@@ -47,56 +44,52 @@ void removeModule(AnalysisContext& context) {
     skipErrors([&] { need(context.TargetApp).DoCmd().DeleteObject(access::acModule, module); });
 }
 
-void scanAllMacros(AnalysisContext& context) {
-    ProgressGauge& gauge = context.frmRelvane.gauge;
+void scanAllMacros(AnalysisContext& context, const WalkProgress& progress) {
     context.CurContainer = &need(context.TargetDb).Containers().Item(u"Scripts");
     for (const auto& document : context.CurContainer->Documents()) {
         context.CurDocument = document.get();
         context.Scan.MacroName = cutText(document->Name(), nameLength);
-        showMessage(gauge, Text(workingMessage) + u"　(" + context.Scan.MacroName + u")");
+        progress.begin(context.Scan.MacroName);
         convertAndScan(context);
-        SetGauge(gauge, percentOf(context.ObjectNo, context.MacroCount));
+        progress.end();
     }
 }
 
-WalkEnd scanMacros(AnalysisContext& context, const Panel& panel) {
-    if (context.SelMacro == chosenMacro) {
+WalkEnd scanMacros(AnalysisContext& context, std::int16_t scope, std::int16_t progress) {
+    if (scope == chosenObject) {
         context.Scan.MacroName = context.frmRelvane.cboMacro.Text();
         convertAndScan(context);
-        rememberName(context, panel);
+        rememberName(context, panelOf(&FrmRelvane::cmdMacro));
     } else {
-        scanAllMacros(context);
+        scanAllMacros(context, WalkProgress(context, progress, workingMessage, context.MacroCount));
     }
     return WalkEnd::Complete;
 }
 
 // The tables hold the last run, whatever its scope was: the name alone is asked.
 bool isLastChosen(const AnalysisContext& context) {
-    return context.SelMacro == chosenMacro && context.DoneMacro == context.OptMacro &&
+    return context.SelMacro == chosenObject && context.DoneMacro == context.OptMacro &&
            context.frmRelvane.cboMacro.Text() == context.LastMacro.name;
-}
-
-void run(AnalysisContext& context) {
-    const Panel& panel = panelOf(&FrmRelvane::cmdMacro);
-    runAnalysis(context, {.tables = {u"T_RvMacro", u"T_RvMacro2"},
-                          .workingMessage = workingMessage,
-                          .walk = [&] { return scanMacros(context, panel); },
-                          .showReport =
-                              [&context] {
-                                  ShowReport(context, reportOf(context, &FrmRelvane::cmdMCPre), previewMode);
-                              },
-                          .preview = &context.frmRelvane.cmdMCPre,
-                          .option = context.OptMacro,
-                          .done = &context.DoneMacro,
-                          .isDone = [&context] { return isLastChosen(context); }});
 }
 
 } // namespace
 
+AnalysisSpec macroAnalysis(AnalysisContext& context, std::int16_t scope) {
+    return {.tables = {u"T_RvMacro", u"T_RvMacro2"},
+            .workingMessage = workingMessage,
+            .walk = [&context, scope](std::int16_t progress) { return scanMacros(context, scope, progress); },
+            .showReport =
+                [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdMCPre), previewMode); },
+            .preview = &context.frmRelvane.cmdMCPre,
+            .option = context.OptMacro,
+            .done = &context.DoneMacro,
+            .isDone = [&context] { return isLastChosen(context); }};
+}
+
 void cmdMacro_Click(AnalysisContext& context) {
     guarded(context, places::macroAnalysis, [&context] {
         try {
-            run(context);
+            runAnalysis(context, macroAnalysis(context, context.SelMacro));
         } catch (const RunTimeError& error) {
             if (std::ranges::find(errorsWithoutModule, error.number()) == std::end(errorsWithoutModule)) {
                 removeModule(context);

@@ -3,7 +3,7 @@
 // memory alone.
 #pragma once
 
-#include "core/analysis_context.h"
+#include "core/work_store_convention.h"
 
 namespace relvane {
 
@@ -11,5 +11,8 @@ namespace relvane {
 // macros is never spared; one for a chosen macro is when it was the last one chosen and the option is the same. A
 // failure is reported under its own place, and leaves no converted module behind.
 void cmdMacro_Click(AnalysisContext& context);
+
+// The analysis behind it, of all macros or, with `scope` 2, of the chosen one. It removes no module behind a failure.
+AnalysisSpec macroAnalysis(AnalysisContext& context, std::int16_t scope);
 
 } // namespace relvane

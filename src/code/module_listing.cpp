@@ -7,19 +7,21 @@
 namespace relvane {
 namespace {
 
-WalkEnd listChosenKinds(AnalysisContext& context) {
+WalkEnd listChosenKinds(AnalysisContext& context, std::int16_t progress) {
     context.Scan.ProcNo = 0;
-    walkSources(context, context.OptModule, [&context](const SourceKind& kind) {
+    walkSources(context, context.OptModule, progress, [&context](const SourceKind& kind) {
         context.Scan.CurObjectKind = Text(kind.digit);
         ListModuleLines(context);
     });
     return WalkEnd::Complete;
 }
 
-AnalysisSpec specOf(AnalysisContext& context) {
+} // namespace
+
+AnalysisSpec moduleAnalysis(AnalysisContext& context) {
     return {.tables = {u"T_RvModule"},
             .workingMessage = u"モジュール情報　取得中",
-            .walk = [&context] { return listChosenKinds(context); },
+            .walk = [&context](std::int16_t progress) { return listChosenKinds(context, progress); },
             .showReport =
                 [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdMPre), previewMode); },
             .preview = &context.frmRelvane.cmdMPre,
@@ -27,10 +29,8 @@ AnalysisSpec specOf(AnalysisContext& context) {
             .done = &context.DoneModule};
 }
 
-} // namespace
-
 void cmdModule_Click(AnalysisContext& context) {
-    guarded(context, places::moduleListing, [&context] { runAnalysis(context, specOf(context)); });
+    guarded(context, places::moduleListing, [&context] { runAnalysis(context, moduleAnalysis(context)); });
 }
 
 void ListModuleLines(AnalysisContext& context) {

@@ -1,7 +1,6 @@
 #include "code/module_walk.h"
 
 #include "code/line_rules.h"
-#include "core/progress_gauge.h"
 #include "objects/object_text.h"
 
 namespace relvane {
@@ -23,9 +22,9 @@ private:
     AnalysisContext& context_;
 };
 
-void scanDesigns(AnalysisContext& context, const SourceKind& kind, std::int32_t total,
+void scanDesigns(AnalysisContext& context, const SourceKind& kind, const WalkProgress& progress,
                  const std::function<void(const access::Module&)>& scan) {
-    walkDesigns(context, *kind.design, kind.message, total, [&] {
+    walkDesigns(context, *kind.design, progress, [&] {
         const access::Designed& design = need(context.CurDesign);
         if (design.HasModule()) {
             scan(design.Module());
@@ -33,16 +32,15 @@ void scanDesigns(AnalysisContext& context, const SourceKind& kind, std::int32_t 
     });
 }
 
-void scanModules(AnalysisContext& context, const SourceKind& kind, std::int32_t total,
+void scanModules(AnalysisContext& context, const SourceKind& kind, const WalkProgress& progress,
                  const std::function<void(const access::Module&)>& scan) {
-    ProgressGauge& gauge = context.frmRelvane.gauge;
     context.CurContainer = &need(context.TargetDb).Containers().Item(kind.container());
     for (const auto& document : context.CurContainer->Documents()) {
         context.CurDocument = document.get();
         const Text name = document->Name();
-        showMessage(gauge, Text(kind.message) + u"　(" + name + u")");
+        progress.begin(name);
         withModule(context, name, scan);
-        SetGauge(gauge, percentOf(context.ObjectNo, total));
+        progress.end();
     }
 }
 
@@ -77,13 +75,15 @@ void readModule(AnalysisContext& context, const access::Module& module, const st
     scan();
 }
 
-void walkSources(AnalysisContext& context, std::int16_t option,
+void walkSources(AnalysisContext& context, std::int16_t option, std::int16_t progress,
                  const std::function<void(const SourceKind& kind)>& scan) {
     const std::int32_t total = context.FormCount + context.ReportCount + context.ModuleCount;
     for (const SourceKind& kind : sourceKinds) {
         if (option != kind.option && option != everyKind) {
             continue;
         }
+        context.CurrentKind = Text(kind.word);
+        const WalkProgress shown(context, progress, kind.message, total);
         const auto scanOne = [&](const access::Module& module) {
             scanModule(context, module, [&] {
                 context.Scan.CurObjectKind = Text(kind.word);
@@ -91,9 +91,9 @@ void walkSources(AnalysisContext& context, std::int16_t option,
             });
         };
         if (kind.design != nullptr) {
-            scanDesigns(context, kind, total, scanOne);
+            scanDesigns(context, kind, shown, scanOne);
         } else {
-            scanModules(context, kind, total, scanOne);
+            scanModules(context, kind, shown, scanOne);
         }
     }
 }

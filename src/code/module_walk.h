@@ -25,10 +25,10 @@ extern const std::array<SourceKind, 3> sourceKinds;
 
 inline constexpr std::int16_t everyKind = 4; // the choice of all three
 
-// Scans the source of each object of the kinds that `option` chooses. Forms and reports without code are opened and
-// closed and take no number. Before a scan ObjectNo is counted on, and the state has the module, its numbers of lines
-// and the word for its kind.
-void walkSources(AnalysisContext& context, std::int16_t option,
+// Scans the source of each object of the kinds that `option` chooses, each of which is CurrentKind in its turn. Forms and
+// reports without code are opened and closed and take no number. Before a scan ObjectNo is counted on, and the state has
+// the module, its numbers of lines and the word for its kind.
+void walkSources(AnalysisContext& context, std::int16_t option, std::int16_t progress,
                  const std::function<void(const SourceKind& kind)>& scan);
 
 // Opens the module of that name, shows it to `read`, and closes it without saving. After an error it stays open.

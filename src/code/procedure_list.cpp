@@ -174,12 +174,15 @@ void scanLine(AnalysisContext& context) {
     }
 }
 
-AnalysisSpec specOf(AnalysisContext& context) {
+} // namespace
+
+AnalysisSpec procedureAnalysis(AnalysisContext& context) {
     return {.tables = {u"T_RvProcName", u"T_RvDimCall"},
             .workingMessage = u"プロシージャ情報　取得中",
             .walk =
-                [&context] {
-                    walkSources(context, everyKind, [&](const SourceKind&) { ScanProcedures(context); });
+                [&context](std::int16_t progress) {
+                    walkSources(context, everyKind, progress,
+                                [&](const SourceKind&) { ScanProcedures(context); });
                     return WalkEnd::Complete;
                 },
             .showReport =
@@ -189,10 +192,8 @@ AnalysisSpec specOf(AnalysisContext& context) {
             .done = &context.DoneProc};
 }
 
-} // namespace
-
 void cmdProc_Click(AnalysisContext& context) {
-    guarded(context, places::procedureList, [&context] { runAnalysis(context, specOf(context)); });
+    guarded(context, places::procedureList, [&context] { runAnalysis(context, procedureAnalysis(context)); });
 }
 
 void ScanProcedures(AnalysisContext& context) {

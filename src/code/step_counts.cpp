@@ -32,14 +32,14 @@ void writeCounts(AnalysisContext& context) {
     row.Update();
 }
 
-WalkEnd countChosenKinds(AnalysisContext& context) {
+WalkEnd countChosenKinds(AnalysisContext& context, std::int16_t progress) {
     ScanState& scan = context.Scan;
     scan.CurObjectKind.clear();
     scan.LastObjectName.clear();
     scan.CurProcName.clear();
     scan.ProcNo = 0;
     clearCounters(scan);
-    walkSources(context, context.OptModStep, [&context](const SourceKind& kind) {
+    walkSources(context, context.OptModStep, progress, [&context](const SourceKind& kind) {
         CountModuleSteps(context);
         if (kind.design != nullptr) {
             context.Scan.CurProcName.clear();
@@ -53,10 +53,12 @@ WalkEnd countChosenKinds(AnalysisContext& context) {
     return WalkEnd::Complete;
 }
 
-AnalysisSpec specOf(AnalysisContext& context) {
+} // namespace
+
+AnalysisSpec stepAnalysis(AnalysisContext& context) {
     return {.tables = {u"T_RvProcCount"},
             .workingMessage = u"モジュールステップ　取得中",
-            .walk = [&context] { return countChosenKinds(context); },
+            .walk = [&context](std::int16_t progress) { return countChosenKinds(context, progress); },
             .showReport =
                 [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdMsPre), previewMode); },
             .preview = &context.frmRelvane.cmdMsPre,
@@ -64,10 +66,8 @@ AnalysisSpec specOf(AnalysisContext& context) {
             .done = &context.DoneModStep};
 }
 
-} // namespace
-
 void cmdModStep_Click(AnalysisContext& context) {
-    guarded(context, places::stepCounts, [&context] { runAnalysis(context, specOf(context)); });
+    guarded(context, places::stepCounts, [&context] { runAnalysis(context, stepAnalysis(context)); });
 }
 
 void CountModuleSteps(AnalysisContext& context) {

@@ -10,6 +10,9 @@ namespace relvane {
 
 using ContextNumber = std::int16_t AnalysisContext::*;
 
+// The scope of a run: all objects of its kind, or the one chosen in the panel's list.
+inline constexpr std::int16_t allObjects = 1, chosenObject = 2;
+
 // Analyse all objects of the kind, or only the one chosen in the list.
 struct PanelScope {
     OptionGroup FrmRelvane::*buttons;

@@ -17,6 +17,28 @@ void forEachTable(const AnalysisSpec& spec, const std::function<void(TextView ta
     }
 }
 
+void openTables(AnalysisContext& context, const AnalysisSpec& spec) {
+    forEachTable(
+        spec, [&](TextView table, Cursor cursor) { context.*cursor = context.WorkDb->OpenRecordset(table); });
+}
+
+void emptyTables(AnalysisContext& context, const AnalysisSpec& spec) {
+    for (const TextView table : spec.emptied.empty() ? spec.tables : spec.emptied) {
+        if (!table.empty()) {
+            context.WorkDb->Execute(u"delete * from " + Text(table) + u";");
+        }
+    }
+}
+
+WalkEnd walkAndClose(AnalysisContext& context, const AnalysisSpec& spec, std::int16_t progress) {
+    context.ObjectNo = 0;
+    if (spec.walk(progress) == WalkEnd::Stopped) {
+        return WalkEnd::Stopped;
+    }
+    forEachTable(spec, [&](TextView, Cursor cursor) { need(context.*cursor).Close(); });
+    return WalkEnd::Complete;
+}
+
 bool isDone(const AnalysisSpec& spec) {
     if (spec.isDone) {
         return spec.isDone();
@@ -32,14 +54,14 @@ bool isRepeated(const AnalysisContext& context, const Panel& panel) {
     if (context.*panel.done != context.*panel.option) {
         return false;
     }
-    if (context.*scope.selected == 2) {
+    if (context.*scope.selected == chosenObject) {
         return (context.frmRelvane.*scope.list).Text() == last.name;
     }
-    return last.scope == 1;
+    return last.scope == allObjects;
 }
 
-void rememberScope(AnalysisContext& context, const Panel& panel) {
-    (context.*panel.scope->lastRun).scope = context.*panel.scope->selected;
+void rememberScope(AnalysisContext& context, const Panel& panel, std::int16_t scope) {
+    (context.*panel.scope->lastRun).scope = scope;
 }
 
 void rememberName(AnalysisContext& context, const Panel& panel) {
@@ -51,31 +73,23 @@ void announceReport(FrmRelvane& form) {
     form.Timer1.Interval = messageMilliseconds;
 }
 
-void fillTables(AnalysisContext& context, const AnalysisSpec& spec) {
-    FrmRelvane& form = context.frmRelvane;
-    context.WorkDb = context.platform.openWorkStore(context.WorkDbPath);
-    forEachTable(
-        spec, [&](TextView table, Cursor cursor) { context.*cursor = context.WorkDb->OpenRecordset(table); });
-    form.Pointer = MousePointer::Hourglass;
-    form.Enabled = false;
-    startGauge(form.gauge);
-    for (const TextView table : spec.emptied.empty() ? spec.tables : spec.emptied) {
-        if (!table.empty()) {
-            context.WorkDb->Execute(u"delete * from " + Text(table) + u";");
-        }
-    }
-    showMessage(form.gauge, spec.workingMessage);
-    context.ObjectNo = 0;
-    if (spec.walk() == WalkEnd::Stopped) {
-        return;
-    }
-    forEachTable(spec, [&](TextView, Cursor cursor) { need(context.*cursor).Close(); });
+WalkEnd fillTables(AnalysisContext& context, const AnalysisSpec& spec) {
+    openTables(context, spec);
+    emptyTables(context, spec);
+    return walkAndClose(context, spec, withoutGauge);
 }
 
 void runAnalysis(AnalysisContext& context, const AnalysisSpec& spec) {
     FrmRelvane& form = context.frmRelvane;
     if (!isDone(spec)) {
-        fillTables(context, spec);
+        context.WorkDb = context.platform.openWorkStore(context.WorkDbPath);
+        openTables(context, spec);
+        form.Pointer = MousePointer::Hourglass;
+        form.Enabled = false;
+        startGauge(form.gauge);
+        emptyTables(context, spec);
+        showMessage(form.gauge, spec.workingMessage);
+        walkAndClose(context, spec, withGauge);
     }
     showMessage(form.gauge, u"終了しました");
     SetGauge(form.gauge, 100);

@@ -53,7 +53,7 @@ bool isChosen(const AnalysisContext& context, const CountedKind& counted) {
     return context.OptControl == counted.alone || context.OptControl == countBoth;
 }
 
-WalkEnd countChosenKinds(AnalysisContext& context) {
+WalkEnd countChosenKinds(AnalysisContext& context, std::int16_t progress) {
     std::int32_t total = 0;
     for (const CountedKind& counted : countedKinds) {
         total += isChosen(context, counted) ? context.*counted.kind.count : 0;
@@ -61,19 +61,22 @@ WalkEnd countChosenKinds(AnalysisContext& context) {
     for (const CountedKind& counted : countedKinds) {
         if (isChosen(context, counted)) {
             context.CountedClass = Text(counted.kind.className);
-            walkDesigns(context, counted.kind, counted.message, total, [&context] {
-                ClearControlCounters(context);
-                CountControls(context);
-            });
+            walkDesigns(context, counted.kind, WalkProgress(context, progress, counted.message, total),
+                        [&context] {
+                            ClearControlCounters(context);
+                            CountControls(context);
+                        });
         }
     }
     return WalkEnd::Complete;
 }
 
-AnalysisSpec specOf(AnalysisContext& context) {
+} // namespace
+
+AnalysisSpec controlAnalysis(AnalysisContext& context) {
     return {.tables = {u"T_RvControlCount"},
             .workingMessage = u"コントロール数　取得中",
-            .walk = [&context] { return countChosenKinds(context); },
+            .walk = [&context](std::int16_t progress) { return countChosenKinds(context, progress); },
             .showReport =
                 [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdCPre), previewMode); },
             .preview = &context.frmRelvane.cmdCPre,
@@ -81,10 +84,8 @@ AnalysisSpec specOf(AnalysisContext& context) {
             .done = &context.DoneControl};
 }
 
-} // namespace
-
 void cmdControl_Click(AnalysisContext& context) {
-    guarded(context, places::controlCounts, [&context] { runAnalysis(context, specOf(context)); });
+    guarded(context, places::controlCounts, [&context] { runAnalysis(context, controlAnalysis(context)); });
 }
 
 void ClearControlCounters(AnalysisContext& context) {

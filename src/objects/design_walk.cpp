@@ -6,8 +6,7 @@
 namespace relvane {
 namespace {
 
-constexpr std::int16_t chosenObject = 2; // scope
-constexpr std::int16_t simpleList = 1;   // option
+constexpr std::int16_t simpleList = 1; // option
 constexpr std::int64_t nameLength = 150;
 
 void openForm(AnalysisContext& context, const Text& name) {
@@ -53,17 +52,20 @@ void readDesign(AnalysisContext& context, const DesignKind& kind, const Text& na
 }
 
 // Only what was chosen is remembered by its name.
-WalkEnd walk(AnalysisContext& context, const DesignAnalysis& analysis, const Panel& panel) {
+WalkEnd walk(AnalysisContext& context, const DesignAnalysis& analysis, const Panel& panel, std::int16_t scope,
+             std::int16_t progress) {
     const auto analyze = [&] {
         (context.*panel.option == simpleList ? analysis.simple : analysis.detailed)(context);
     };
-    if (context.*panel.scope->selected == chosenObject) {
+    if (scope == chosenObject) {
         withDesign(context, analysis.kind, (context.frmRelvane.*panel.scope->list).Text(), analyze);
         rememberName(context, panel);
     } else {
-        walkDesigns(context, analysis.kind, analysis.message, context.*analysis.kind.count, analyze);
+        const std::int32_t total = context.*analysis.kind.count;
+        walkDesigns(context, analysis.kind, WalkProgress(context, progress, analysis.message, total),
+                    analyze);
     }
-    rememberScope(context, panel);
+    rememberScope(context, panel, scope);
     return WalkEnd::Complete;
 }
 
@@ -78,32 +80,32 @@ void withDesign(AnalysisContext& context, const DesignKind& kind, const Text& na
     readDesign(context, kind, name, name, read);
 }
 
-void walkDesigns(AnalysisContext& context, const DesignKind& kind, TextView message, std::int32_t total,
+void walkDesigns(AnalysisContext& context, const DesignKind& kind, const WalkProgress& progress,
                  const std::function<void()>& read) {
-    ProgressGauge& gauge = context.frmRelvane.gauge;
     context.CurContainer = &need(context.TargetDb).Containers().Item(kind.container);
     for (const auto& document : context.CurContainer->Documents()) {
         context.CurDocument = document.get();
         const Text name = document->Name();
         const Text keptName = cutText(name, nameLength);
-        showMessage(gauge, Text(message) + u"　(" + keptName + u")");
+        progress.begin(keptName);
         readDesign(context, kind, name, keptName, read);
-        SetGauge(gauge, percentOf(context.ObjectNo, total));
+        progress.end();
     }
 }
 
-void runDesignAnalysis(AnalysisContext& context, const DesignAnalysis& analysis) {
+AnalysisSpec specOf(AnalysisContext& context, const DesignAnalysis& analysis, std::int16_t scope) {
     const Panel& panel = panelOf(analysis.button);
-    runAnalysis(context,
-                {.tables = analysis.tables,
-                 .workingMessage = analysis.message,
-                 .walk = [&] { return walk(context, analysis, panel); },
-                 .showReport = [&] { ShowReport(context, reportOf(context, panel.preview), previewMode); },
-                 .preview = &(context.frmRelvane.*panel.preview),
-                 .option = context.*panel.option,
-                 .done = &(context.*panel.done),
-                 .isDone = [&] { return isRepeated(context, panel); },
-                 .emptied = analysis.emptied});
+    return {.tables = analysis.tables,
+            .workingMessage = analysis.message,
+            .walk = [&context, &analysis, &panel, scope](
+                        std::int16_t progress) { return walk(context, analysis, panel, scope, progress); },
+            .showReport = [&context,
+                           &panel] { ShowReport(context, reportOf(context, panel.preview), previewMode); },
+            .preview = &(context.frmRelvane.*panel.preview),
+            .option = context.*panel.option,
+            .done = &(context.*panel.done),
+            .isDone = [&context, &panel] { return isRepeated(context, panel); },
+            .emptied = analysis.emptied};
 }
 
 } // namespace relvane

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "core/work_store_convention.h"
+#include "objects/walk_progress.h"
 
 namespace relvane {
 
@@ -22,9 +22,8 @@ extern const DesignKind formKind, reportKind;
 void withDesign(AnalysisContext& context, const DesignKind& kind, const Text& name,
                 const std::function<void()>& read);
 
-// The same with each object of the kind. Before each the message line shows `message` with its name; behind each the
-// gauge shows ObjectNo, which `read` counts on, as a part of `total`.
-void walkDesigns(AnalysisContext& context, const DesignKind& kind, TextView message, std::int32_t total,
+// The same with each object of the kind, which `read` counts on.
+void walkDesigns(AnalysisContext& context, const DesignKind& kind, const WalkProgress& progress,
                  const std::function<void()>& read);
 
 // The list of the controls of forms or of reports.
@@ -37,7 +36,7 @@ struct DesignAnalysis {
     void (*detailed)(AnalysisContext& context);
 };
 
-// The panel's command: all objects or the chosen one, and the report.
-void runDesignAnalysis(AnalysisContext& context, const DesignAnalysis& analysis);
+// All objects or, with `scope` 2, the chosen one, and the report. `analysis` outlives what is made of it.
+AnalysisSpec specOf(AnalysisContext& context, const DesignAnalysis& analysis, std::int16_t scope);
 
 } // namespace relvane

@@ -4,7 +4,6 @@
 
 #include "core/error_report.h"
 #include "core/file_name_parts.h"
-#include "core/work_store_convention.h"
 #include "output/report_show.h"
 
 namespace relvane {
@@ -54,21 +53,6 @@ void walkChosenFiles(AnalysisContext& context) {
     }
 }
 
-AnalysisSpec specOf(AnalysisContext& context, TextView workingMessage) {
-    return {.tables = {u"T_RvFile"},
-            .workingMessage = workingMessage,
-            .walk =
-                [&context] {
-                    walkChosenFiles(context);
-                    return WalkEnd::Complete;
-                },
-            .showReport =
-                [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdFlPre), previewMode); },
-            .preview = &context.frmRelvane.cmdFlPre,
-            .option = context.OptFile,
-            .done = &context.DoneFile};
-}
-
 } // namespace
 
 void AddFolderFiles(AnalysisContext& context, TextView pattern) {
@@ -96,13 +80,23 @@ void AddLinkedFiles(AnalysisContext& context) {
     }
 }
 
-void fillFileList(AnalysisContext& context, TextView workingMessage) {
-    fillTables(context, specOf(context, workingMessage));
+AnalysisSpec fileAnalysis(AnalysisContext& context) {
+    return {.tables = {u"T_RvFile"},
+            .workingMessage = u"ファイル 情報　取得中",
+            .walk =
+                [&context](std::int16_t) {
+                    walkChosenFiles(context);
+                    return WalkEnd::Complete;
+                },
+            .showReport =
+                [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdFlPre), previewMode); },
+            .preview = &context.frmRelvane.cmdFlPre,
+            .option = context.OptFile,
+            .done = &context.DoneFile};
 }
 
 void cmdFile_Click(AnalysisContext& context) {
-    guarded(context, places::fileList,
-            [&context] { runAnalysis(context, specOf(context, u"ファイル 情報　取得中")); });
+    guarded(context, places::fileList, [&context] { runAnalysis(context, fileAnalysis(context)); });
 }
 
 } // namespace relvane

@@ -2,7 +2,7 @@
 // its linked tables point at.
 #pragma once
 
-#include "core/analysis_context.h"
+#include "core/work_store_convention.h"
 
 namespace relvane {
 
@@ -13,8 +13,8 @@ namespace relvane {
 //     3  all files in the target's folder
 void cmdFile_Click(AnalysisContext& context);
 
-// The same without the report and without a handler for errors, for a run of many analyses.
-void fillFileList(AnalysisContext& context, TextView workingMessage);
+// The analysis behind it.
+AnalysisSpec fileAnalysis(AnalysisContext& context);
 
 // The walks, into WorkRs1 on T_RvFile; each counts its rows from 1. A row more than 32,767 is error 6.
 

@@ -32,6 +32,16 @@ void analyze(AnalysisContext& context, ControlList list) {
     writeControls(context, list);
 }
 
+const DesignAnalysis analysis{
+    .kind = formKind,
+    .button = &FrmRelvane::cmdForm,
+    .tables = {u"T_RvFrmInfo", u"T_RvFrmItem"},
+    .emptied = {u"T_RvFrmItem", u"T_RvFrmInfo"},
+    .message = u"フォーム情報　取得中",
+    .simple = AnalyzeFormSimple,
+    .detailed = AnalyzeFormDetailed,
+};
+
 } // namespace
 
 void AnalyzeFormDetailed(AnalysisContext& context) {
@@ -42,16 +52,13 @@ void AnalyzeFormSimple(AnalysisContext& context) {
     analyze(context, formSimple);
 }
 
+AnalysisSpec formAnalysis(AnalysisContext& context, std::int16_t scope) {
+    return specOf(context, analysis, scope);
+}
+
 void cmdForm_Click(AnalysisContext& context) {
-    guarded(context, places::formAnalysis, [&context] {
-        runDesignAnalysis(context, {.kind = formKind,
-                                    .button = &FrmRelvane::cmdForm,
-                                    .tables = {u"T_RvFrmInfo", u"T_RvFrmItem"},
-                                    .emptied = {u"T_RvFrmItem", u"T_RvFrmInfo"},
-                                    .message = u"フォーム情報　取得中",
-                                    .simple = AnalyzeFormSimple,
-                                    .detailed = AnalyzeFormDetailed});
-    });
+    guarded(context, places::formAnalysis,
+            [&context] { runAnalysis(context, formAnalysis(context, context.SelForm)); });
 }
 
 } // namespace relvane

@@ -3,7 +3,6 @@
 #include "core/list_fillers.h"
 #include "core/text_functions.h"
 #include "core/vocabulary.h"
-#include "core/work_store_convention.h"
 #include "objects/object_text.h"
 #include "output/report_show.h"
 
@@ -98,35 +97,23 @@ void writeDatabaseRow(AnalysisContext& context) {
     row.Update();
 }
 
-void walkChosenKinds(AnalysisContext& context) {
+WalkEnd walkChosenKinds(AnalysisContext& context, std::int16_t progress) {
     writeDatabaseRow(context);
     context.ObjectNo = 0;
     ProgressGauge& gauge = context.frmRelvane.gauge;
     for (std::int16_t option = 1; const Walk& walk : walks) {
         if (context.OptObject == option || context.OptObject == optionAll) {
-            showMessage(gauge, walk.message);
+            if (progress == withGauge) {
+                showMessage(gauge, walk.message);
+            }
             walk.add(context);
         }
-        if (context.OptObject == optionAll && walk.gaugeAfter != 0) {
+        if (progress == withGauge && context.OptObject == optionAll && walk.gaugeAfter != 0) {
             SetGauge(gauge, walk.gaugeAfter);
         }
         ++option;
     }
-}
-
-AnalysisSpec specOf(AnalysisContext& context) {
-    return {.tables = {u"T_RvObject", u"T_DataBase"},
-            .workingMessage = u"データベース情報　取得中",
-            .walk =
-                [&context] {
-                    walkChosenKinds(context);
-                    return WalkEnd::Complete;
-                },
-            .showReport =
-                [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdOPre), previewMode); },
-            .preview = &context.frmRelvane.cmdOPre,
-            .option = context.OptObject,
-            .done = &context.DoneObject};
+    return WalkEnd::Complete;
 }
 
 template <class Object>
@@ -185,12 +172,19 @@ void AddModuleObjects(AnalysisContext& context) {
     addDocuments(context, modules);
 }
 
-void fillObjectList(AnalysisContext& context) {
-    fillTables(context, specOf(context));
+AnalysisSpec objectAnalysis(AnalysisContext& context) {
+    return {.tables = {u"T_RvObject", u"T_DataBase"},
+            .workingMessage = u"データベース情報　取得中",
+            .walk = [&context](std::int16_t progress) { return walkChosenKinds(context, progress); },
+            .showReport =
+                [&context] { ShowReport(context, reportOf(context, &FrmRelvane::cmdOPre), previewMode); },
+            .preview = &context.frmRelvane.cmdOPre,
+            .option = context.OptObject,
+            .done = &context.DoneObject};
 }
 
 void cmdObject_Click(AnalysisContext& context) {
-    runAnalysis(context, specOf(context));
+    runAnalysis(context, objectAnalysis(context));
 }
 
 void AddSavedObjects(AnalysisContext& context) {

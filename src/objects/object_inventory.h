@@ -1,7 +1,7 @@
 // The list of all objects of the target with their dates and descriptions, and the properties of the database itself.
 #pragma once
 
-#include "core/analysis_context.h"
+#include "core/work_store_convention.h"
 
 namespace relvane {
 
@@ -9,8 +9,8 @@ namespace relvane {
 // the list. It handles no errors: one ends the program.
 void cmdObject_Click(AnalysisContext& context);
 
-// The same without the report, for a run of many analyses.
-void fillObjectList(AnalysisContext& context);
+// The analysis behind it.
+AnalysisSpec objectAnalysis(AnalysisContext& context);
 
 // One kind each, into WorkRs1 on T_RvObject, counting ObjectNo on.
 void AddTableObjects(AnalysisContext& context);

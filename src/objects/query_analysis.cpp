@@ -3,7 +3,6 @@
 #include "core/error_report.h"
 #include "core/list_fillers.h"
 #include "core/vocabulary.h"
-#include "core/work_store_convention.h"
 #include "objects/object_text.h"
 #include "output/report_show.h"
 
@@ -15,8 +14,6 @@ constexpr TextView ambiguousJoins = u"あいまいな外部結合のため開け
 constexpr TextView cannotBeReferredTo = u"参照不可";
 
 constexpr std::int16_t sqlList = 1, detailedList = 3; // options
-constexpr std::int16_t chosenQuery = 2;               // scope
-constexpr std::int16_t withGauge = 1;
 
 constexpr std::int64_t nameLength = 127, defaultLength = 50;
 constexpr std::int32_t untraceableSize = 9999; // and above
@@ -112,29 +109,15 @@ private:
 
 // Behind it the tables hold what the panel asks for. The query lists remember the chosen name, whether they used it or
 // not; the SQL list, which has no use for it, does not.
-WalkEnd walk(AnalysisContext& context, const Panel& panel) {
+WalkEnd walk(AnalysisContext& context, const Panel& panel, std::int16_t progress) {
     if (context.OptQuery == sqlList) {
-        AnalyzeQuerySql(context, withGauge);
+        AnalyzeQuerySql(context, progress);
     } else {
-        AnalyzeQueries(context, context.SelQuery, withGauge);
+        AnalyzeQueries(context, context.SelQuery, progress);
         rememberName(context, panel);
     }
-    rememberScope(context, panel);
+    rememberScope(context, panel, context.SelQuery);
     return WalkEnd::Complete;
-}
-
-AnalysisSpec specOf(AnalysisContext& context) {
-    const Panel& panel = panelOf(&FrmRelvane::cmdQuery);
-    const TextView items = context.OptQuery == sqlList ? u"" : u"T_RvQeryItem";
-    return {.tables = {items, u"T_RvQeryInfo"},
-            .workingMessage = workingMessage,
-            .walk = [&context, &panel] { return walk(context, panel); },
-            .showReport = [&context,
-                           &panel] { ShowReport(context, reportOf(context, panel.preview), previewMode); },
-            .preview = &(context.frmRelvane.*panel.preview),
-            .option = context.OptQuery,
-            .done = &context.DoneQuery,
-            .isDone = [&context, &panel] { return isRepeated(context, panel); }};
 }
 
 } // namespace
@@ -160,8 +143,22 @@ void AnalyzeQuerySql(AnalysisContext& context, std::int16_t progress) {
     }
 }
 
+AnalysisSpec queryAnalysis(AnalysisContext& context) {
+    const Panel& panel = panelOf(&FrmRelvane::cmdQuery);
+    const TextView items = context.OptQuery == sqlList ? u"" : u"T_RvQeryItem";
+    return {.tables = {items, u"T_RvQeryInfo"},
+            .workingMessage = workingMessage,
+            .walk = [&context, &panel](std::int16_t progress) { return walk(context, panel, progress); },
+            .showReport = [&context,
+                           &panel] { ShowReport(context, reportOf(context, panel.preview), previewMode); },
+            .preview = &(context.frmRelvane.*panel.preview),
+            .option = context.OptQuery,
+            .done = &context.DoneQuery,
+            .isDone = [&context, &panel] { return isRepeated(context, panel); }};
+}
+
 void cmdQuery_Click(AnalysisContext& context) {
-    guarded(context, places::queryAnalysis, [&context] { runAnalysis(context, specOf(context)); });
+    guarded(context, places::queryAnalysis, [&context] { runAnalysis(context, queryAnalysis(context)); });
 }
 
 void AnalyzeQueries(AnalysisContext& context, const std::int16_t& scope, std::int16_t progress) {
@@ -169,7 +166,7 @@ void AnalyzeQueries(AnalysisContext& context, const std::int16_t& scope, std::in
     for (const auto& query : need(context.TargetDb).QueryDefs()) {
         context.CurQueryDef = query.get();
         const Text name = query->Name();
-        const bool wanted = scope != chosenQuery || name == context.frmRelvane.cboQuery.Text();
+        const bool wanted = scope != chosenObject || name == context.frmRelvane.cboQuery.Text();
         if (isSystemQuery(*query) || !wanted) {
             continue;
         }

@@ -54,6 +54,16 @@ void analyze(AnalysisContext& context, ControlList list) {
     writeLevels(context);
 }
 
+const DesignAnalysis analysis{
+    .kind = reportKind,
+    .button = &FrmRelvane::cmdReport,
+    .tables = {u"T_RvRepInfo", u"T_RvRepItem", u"T_RvRepGrp"},
+    .emptied = {u"T_RvRepItem", u"T_RvRepInfo", u"T_RvRepGrp"},
+    .message = u"レポート情報　取得中",
+    .simple = AnalyzeReportSimple,
+    .detailed = AnalyzeReportDetailed,
+};
+
 } // namespace
 
 void AnalyzeReportDetailed(AnalysisContext& context) {
@@ -64,16 +74,13 @@ void AnalyzeReportSimple(AnalysisContext& context) {
     analyze(context, reportSimple);
 }
 
+AnalysisSpec reportAnalysis(AnalysisContext& context, std::int16_t scope) {
+    return specOf(context, analysis, scope);
+}
+
 void cmdReport_Click(AnalysisContext& context) {
-    guarded(context, places::reportAnalysis, [&context] {
-        runDesignAnalysis(context, {.kind = reportKind,
-                                    .button = &FrmRelvane::cmdReport,
-                                    .tables = {u"T_RvRepInfo", u"T_RvRepItem", u"T_RvRepGrp"},
-                                    .emptied = {u"T_RvRepItem", u"T_RvRepInfo", u"T_RvRepGrp"},
-                                    .message = u"レポート情報　取得中",
-                                    .simple = AnalyzeReportSimple,
-                                    .detailed = AnalyzeReportDetailed});
-    });
+    guarded(context, places::reportAnalysis,
+            [&context] { runAnalysis(context, reportAnalysis(context, context.SelReport)); });
 }
 
 } // namespace relvane

@@ -1,7 +1,7 @@
 // The reports of the target: their attributes and events, their grouping levels, and the properties of their controls.
 #pragma once
 
-#include "core/analysis_context.h"
+#include "core/work_store_convention.h"
 
 namespace relvane {
 
@@ -9,6 +9,9 @@ namespace relvane {
 // full one), for all reports or the one chosen in the list, and shows the list. A failure is reported under its own
 // place.
 void cmdReport_Click(AnalysisContext& context);
+
+// The analysis behind it, of all reports or, with `scope` 2, of the chosen one.
+AnalysisSpec reportAnalysis(AnalysisContext& context, std::int16_t scope);
 
 // One report, for callers that open it themselves: CurReport, which is CurDesign too, and CurDesignName; T_RvRepInfo as
 // WorkRs1, T_RvRepItem as WorkRs2, T_RvRepGrp as WorkRs3. They count ObjectNo on.

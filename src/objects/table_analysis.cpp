@@ -14,9 +14,7 @@ namespace relvane {
 namespace {
 
 constexpr std::int16_t indexList = 1, briefList = 2, detailedList = 3; // options
-constexpr std::int16_t chosenTable = 2;                                // scope
 constexpr std::int16_t includeLinks = 1;                               // link filter
-constexpr std::int16_t withGauge = 1;
 
 constexpr std::int64_t connectLength = 140, defaultLength = 50, ruleLength = 150;
 
@@ -33,7 +31,29 @@ constexpr TypeOverride typeOverrides[] = {
     {u"ﾒﾓ型", 32770, u"ﾊｲﾊﾟｰﾘﾝｸ型"},
 };
 
+// Types that no file of Access 97 can hold, and that GetFieldTypeName therefore does not know.
+struct LaterType {
+    int first, last;
+    TextView name;
+};
+
+constexpr LaterType laterTypes[] = {
+    {dao::fieldType::bigInt, dao::fieldType::bigInt, u"大きい数値型"},
+    {dao::fieldType::extendedDate, dao::fieldType::extendedDate, u"拡張日付型"},
+    {dao::fieldType::attachment, dao::fieldType::attachment, u"添付ﾌｧｲﾙ型"},
+    {dao::fieldType::firstMultiValue, dao::fieldType::lastMultiValue, u"複数値型"},
+};
+constexpr TextView calculatedType = u"集計型"; // whatever the type of what it calculates
+
 Text typeName(const dao::Field& field) {
+    if (!field.Expression().empty()) {
+        return Text(calculatedType);
+    }
+    for (const LaterType& later : laterTypes) {
+        if (field.Type() >= later.first && field.Type() <= later.last) {
+            return Text(later.name);
+        }
+    }
     const Text type = GetFieldTypeName(toText(static_cast<long long>(field.Type())));
     for (const TypeOverride& other : typeOverrides) {
         if (type == other.type && field.Attributes() == other.attributes) {
@@ -129,23 +149,23 @@ void writeFields(AnalysisContext& context, dao::TableDef& table) {
     }
 }
 
-WalkEnd walk(AnalysisContext& context) {
+WalkEnd walk(AnalysisContext& context, std::int16_t progress) {
     return context.OptTable == indexList
-               ? AnalyzeIndexes(context, context.LinkExclude, withGauge)
-               : AnalyzeTables(context, context.SelTable, context.LinkExclude, withGauge);
+               ? AnalyzeIndexes(context, context.LinkExclude, progress)
+               : AnalyzeTables(context, context.SelTable, context.LinkExclude, progress);
 }
 
 // What a list was made for is remembered behind it; until then the link filter is one that no press can ask for, so
 // that the rows of a run that failed or was stopped are never taken for those of the run before it.
-WalkEnd walkAndRemember(AnalysisContext& context, const Panel& panel) {
+WalkEnd walkAndRemember(AnalysisContext& context, const Panel& panel, std::int16_t progress) {
     context.LastTable.linkExclude = 0;
-    if (walk(context) == WalkEnd::Stopped) {
+    if (walk(context, progress) == WalkEnd::Stopped) {
         return WalkEnd::Stopped;
     }
     if (context.OptTable != indexList) {
         rememberName(context, panel); // of all tables, too
     }
-    rememberScope(context, panel);
+    rememberScope(context, panel, context.SelTable);
     context.LastTable.linkExclude = context.LinkExclude;
     return WalkEnd::Complete;
 }
@@ -154,12 +174,15 @@ bool isRepeatedRun(const AnalysisContext& context, const Panel& panel) {
     return isRepeated(context, panel) && context.LastTable.linkExclude == context.LinkExclude;
 }
 
-AnalysisSpec specOf(AnalysisContext& context) {
+} // namespace
+
+AnalysisSpec tableAnalysis(AnalysisContext& context) {
     const Panel& panel = panelOf(&FrmRelvane::cmdTable);
     const std::vector<TextView> ofIndexes{u"", u"", u"T_RvIndex"}, ofTables{u"T_RvTblItem", u"T_RvTblInfo"};
     return {.tables = context.OptTable == indexList ? ofIndexes : ofTables,
             .workingMessage = tableMessage,
-            .walk = [&context, &panel] { return walkAndRemember(context, panel); },
+            .walk = [&context,
+                     &panel](std::int16_t progress) { return walkAndRemember(context, panel, progress); },
             .showReport = [&context,
                            &panel] { ShowReport(context, reportOf(context, panel.preview), previewMode); },
             .preview = &(context.frmRelvane.*panel.preview),
@@ -168,10 +191,8 @@ AnalysisSpec specOf(AnalysisContext& context) {
             .isDone = [&context, &panel] { return isRepeatedRun(context, panel); }};
 }
 
-} // namespace
-
 void cmdTable_Click(AnalysisContext& context) {
-    guarded(context, places::tableAnalysis, [&context] { runAnalysis(context, specOf(context)); });
+    guarded(context, places::tableAnalysis, [&context] { runAnalysis(context, tableAnalysis(context)); });
 }
 
 WalkEnd AnalyzeTables(AnalysisContext& context, const std::int16_t& scope, std::int16_t& linkFilter,
@@ -185,7 +206,7 @@ WalkEnd AnalyzeTables(AnalysisContext& context, const std::int16_t& scope, std::
                                     },
                                 .isWanted =
                                     [&](const dao::TableDef& table) {
-                                        if (scope != chosenTable) {
+                                        if (scope != chosenObject) {
                                             return true;
                                         }
                                         linkFilter = includeLinks;

@@ -9,6 +9,9 @@ namespace relvane {
 // and descriptions of fields), and shows the list. A failure is reported under its own place.
 void cmdTable_Click(AnalysisContext& context);
 
+// The analysis behind it. What it was made for is remembered with its rows.
+AnalysisSpec tableAnalysis(AnalysisContext& context);
+
 // The walk, for callers that open the tables themselves: T_RvTblItem as WorkRs1, T_RvTblInfo as WorkRs2. It counts
 // ObjectNo on and writes rows for OptTable. With `scope` 2 only the table chosen in the list is analysed, which may be
 // a linked one: `linkFilter` is set to 1 for that and stays so. With `progress` 1 the main window's gauge follows the

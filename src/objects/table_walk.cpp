@@ -7,7 +7,6 @@ namespace relvane {
 namespace {
 
 constexpr std::int16_t includeLinks = 1, excludeLinks = 2;
-constexpr std::int16_t withGauge = 1;
 
 // The flags that mark a system table. They are compared as a whole: a table that has one among others is no system
 // table.

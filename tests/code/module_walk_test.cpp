@@ -21,7 +21,7 @@ struct Walk : CodeProgram {
         std::vector<Text> seen;
         const bool goesOn = desk->dispatch([&] {
             context().ObjectNo = 0;
-            walkSources(context(), option, [&](const SourceKind&) {
+            walkSources(context(), option, withGauge, [&](const SourceKind&) {
                 const ScanState& scan = context().Scan;
                 seen.push_back(scan.CurObjectKind + u" " + sourceObjectName(context()) + u" " +
                                toText(static_cast<long long>(context().ObjectNo)) + u" " +

@@ -18,7 +18,7 @@ struct Convention : testing::Test, test::FakeProgram {
         return {.tables = {u"T_RvTblItem", u"T_RvTblInfo"},
                 .workingMessage = u"テーブル情報　取得中",
                 .walk =
-                    [walk = std::move(walk)] {
+                    [walk = std::move(walk)](std::int16_t) {
                         walk();
                         return WalkEnd::Complete;
                     },

@@ -256,15 +256,15 @@ TEST_F(FileList, TheRunSaysWhatItDoesAndShowsItsReport) {
                                 u"delete * from T_RvFile;", u"close T_RvFile"}));
 }
 
-TEST_F(FileList, ABatchFillsTheTableUnderItsOwnMessage) {
+TEST_F(FileList, AsOneOfManyItFillsTheTableAndTheMainWindowShowsNothing) {
     link(u"1", u"C:\\a\\1.mdb");
     select();
-    std::vector<Text> messages;
-    form().txtMesege.onRefresh = [&] { messages.push_back(form().txtMesege.Caption.get()); };
+    const Text before = form().txtMesege.Caption;
     context().OptFile = 2;
-    fillFileList(context(), u"ファイル情報　取得中");
-    EXPECT_EQ(messages, Names{u"ファイル情報　取得中"});
+    EXPECT_EQ(fillTables(context(), fileAnalysis(context())), WalkEnd::Complete);
     EXPECT_EQ(store.rows(u"T_RvFile").size(), 1u);
+    EXPECT_EQ(form().txtMesege.Caption.get(), before);
+    EXPECT_TRUE(form().Enabled);
     EXPECT_TRUE(reports().empty());
 }
 
