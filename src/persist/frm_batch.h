@@ -60,6 +60,19 @@ public:
     Label Label20{*this, "Label20", u"50%"};
     Label Label21{*this, "Label21", u"100%"};
     ProgressGauge gauge{linGuage, lblPer, txtMesege};
+    std::int16_t Percent = 0; // of the run, by rounded steps: it may end short of 100 or beyond it
+    Text PhaseName;           // of the analysis that ran last
+
+    // Ends the program at once, without the closing box and without keeping settings or the target's start-up
+    // properties. Throws ProgramEnd.
+    void LeaveAtOnce();
+
+private:
+    void Form_Load();
+    void BatchOptionsOff();
+    void chkObj_Click();
+    void cmdSave_Click();
+    void cmdRead_Click();
 };
 
 } // namespace relvane
