@@ -3,6 +3,7 @@
 # What configuring, building and documenting needs; what running the tests needs on top.
 relvane_build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libsqlite3-dev libicu-dev
     libqpdf-dev nettle-dev libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev fonts-horai-umefont
+    fonts-liberation libemf2svg-dev
     libreoffice-calc libreoffice-dev"
 relvane_test_packages="dbus-daemon clang-14 libclang-rt-14-dev llvm-14 clang-format-14 mdbtools poppler-utils"
 

@@ -9,6 +9,8 @@
 
 namespace relvane::formview {
 
+class FormTarget;
+
 struct FormViewOptions {
     bool design = false;      // as the designer shows it; else in use, with its first record
     bool wholeWindow = false; // with frame and title bar; else the client area alone
@@ -33,8 +35,7 @@ public:
     Picture draw(const Text& form, const FormViewOptions& options = {});
 
 private:
-    class Target;
-    std::unique_ptr<Target> target_;
+    std::unique_ptr<FormTarget> target_;
 };
 
 constexpr int longestSide = 2400; // pixels; forms of Access end at 22 inches, 2112 pixels

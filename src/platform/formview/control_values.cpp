@@ -1,0 +1,172 @@
+#include "formview/control_values.h"
+
+#include <algorithm>
+
+#include "formview/value_format.h"
+
+namespace relvane::formview {
+namespace {
+
+using access::DesignObject;
+
+constexpr TextView missingName = u"#Name?";
+
+// The name of a field as ControlSource has it: with blanks and all, or in brackets.
+std::optional<Expression> sourceOf(const DesignObject& control) {
+    const Text source = text(control, u"ControlSource");
+    if (source.empty()) {
+        return std::nullopt;
+    }
+    if (source.front() == u'=') {
+        return parseExpression(TextView(source).substr(1));
+    }
+    if (source.find_first_of(u"[.!") != Text::npos) {
+        return parseExpression(source);
+    }
+    return Expression{{{FieldName{{}, source}, Null{}}}};
+}
+
+Value defaultValue(const DesignObject& control) {
+    const Text stored = text(control, u"DefaultValue");
+    TextView source = stored;
+    if (!source.empty() && source.front() == u'=') {
+        source.remove_prefix(1);
+    }
+    const auto expression = parseExpression(source);
+    const bool isConstant = expression && expression->parts.size() == 1 && !expression->parts.front().field;
+    return isConstant ? expression->parts.front().constant : Value(Null{});
+}
+
+bool isNumber(const Value& value) {
+    return !std::holds_alternative<Null>(value) && !std::holds_alternative<Text>(value) &&
+           !std::holds_alternative<Bytes>(value) && !std::holds_alternative<Guid>(value);
+}
+
+ShownText shown(const Value& value, const DesignObject& control) {
+    return {qText(formattedValue(value, text(control, u"Format"),
+                                 number(control, u"DecimalPlaces", automaticDecimals))),
+            isNumber(value)};
+}
+
+// Widths as stored, in twips with ";" between; an empty one is not said.
+std::vector<int> columnWidths(const DesignObject& control, std::size_t columns) {
+    std::vector<int> widths(columns, -1);
+    const auto stored = listItems(text(control, u"ColumnWidths"));
+    for (std::size_t i = 0; i < std::min(columns, stored.size()); ++i) {
+        skipErrors([&] { widths[i] = stored[i].empty() ? -1 : static_cast<int>(toLong(stored[i])); });
+    }
+    return widths;
+}
+
+} // namespace
+
+std::vector<Text> listItems(TextView list) {
+    std::vector<Text> items(1);
+    char16_t quote = 0;
+    for (const char16_t c : list) {
+        if (quote != 0) {
+            if (c == quote) {
+                quote = 0;
+            } else {
+                items.back() += c;
+            }
+        } else if (c == u'"' || c == u'\'') {
+            quote = c;
+        } else if (c == u';' || c == u',') {
+            items.emplace_back();
+        } else if (c != u' ' || !items.back().empty()) {
+            items.back() += c;
+        }
+    }
+    return items;
+}
+
+Value controlValue(const DesignObject& control, const RecordInHand& record) {
+    const auto source = sourceOf(control);
+    if (text(control, u"ControlSource").empty()) {
+        return defaultValue(control);
+    }
+    if (!source || record.records == nullptr) {
+        return Null{};
+    }
+    return record.isNew() ? defaultValue(control) : record.records->value(record.row, *source);
+}
+
+bool namesMissingField(const DesignObject& control, const RecordInHand& record) {
+    const Text stored = text(control, u"ControlSource");
+    if (stored.empty() || stored.front() == u'=' || (record.isBound && record.records == nullptr)) {
+        return false;
+    }
+    const auto source = sourceOf(control);
+    if (!source || source->parts.size() != 1 || !source->parts.front().field) {
+        return false;
+    }
+    return record.records == nullptr || !record.records->find(*source->parts.front().field);
+}
+
+ShownText shownText(const DesignObject& control, const RecordInHand& record) {
+    return namesMissingField(control, record) ? ShownText{qText(missingName), false}
+                                              : shown(controlValue(control, record), control);
+}
+
+std::optional<std::size_t> ListRows::firstShown() const {
+    const auto found = std::ranges::find_if(widths, [](int width) { return width != 0; });
+    return found == widths.end() ? std::nullopt
+                                 : std::optional(static_cast<std::size_t>(found - widths.begin()));
+}
+
+ListRows listRows(const DesignObject& control, FormTarget& target) {
+    constexpr int mostColumns = 255;
+    ListRows list;
+    const auto columns =
+        static_cast<std::size_t>(std::clamp(number(control, u"ColumnCount", 1), 1, mostColumns));
+    list.widths = columnWidths(control, columns);
+    list.boundColumn = static_cast<std::size_t>(std::max(1, number(control, u"BoundColumn", 1)) - 1);
+    list.hasHeads = flag(control, u"ColumnHeads");
+    const Text type = text(control, u"RowSourceType"), source = text(control, u"RowSource");
+    if (equalsIgnoringCase(type, u"Value List")) {
+        const auto items = source.empty() ? std::vector<Text>() : listItems(source);
+        for (std::size_t i = 0; i < items.size(); i += columns) {
+            auto& row = list.rows.emplace_back();
+            for (std::size_t j = i; j < std::min(items.size(), i + columns); ++j) {
+                row.emplace_back(items[j]);
+            }
+        }
+        return list;
+    }
+    const Records* records =
+        equalsIgnoringCase(type, u"Table/Query") && !source.empty() ? target.list(source) : nullptr;
+    if (records == nullptr) {
+        list.hasHeads = false;
+        return list;
+    }
+    if (list.hasHeads) {
+        auto& heads = list.rows.emplace_back();
+        for (const RecordField& field : records->fields) {
+            heads.emplace_back(field.name);
+        }
+    }
+    list.rows.insert(list.rows.end(), records->rows.begin(), records->rows.end());
+    return list;
+}
+
+ShownText shownChoice(const DesignObject& control, const RecordInHand& record, FormTarget& target) {
+    const Value value = controlValue(control, record);
+    if (namesMissingField(control, record) || std::holds_alternative<Null>(value)) {
+        return shownText(control, record);
+    }
+    const ListRows list = listRows(control, target);
+    const auto column = list.firstShown();
+    if (!column || *column == list.boundColumn) {
+        return shown(value, control);
+    }
+    for (const auto& row : list.rows) {
+        if (list.boundColumn < row.size() && *column < row.size() &&
+            compareValues(row[list.boundColumn], value) == 0) {
+            return shown(row[*column], control);
+        }
+    }
+    return {};
+}
+
+} // namespace relvane::formview

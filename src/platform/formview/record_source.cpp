@@ -1,0 +1,540 @@
+#include "formview/record_source.h"
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <numeric>
+#include <set>
+
+#include "jet/query_select.h"
+
+namespace relvane::formview {
+namespace {
+
+constexpr int deepestQuery = 16, oleType = 11, memoType = 12;
+
+// Long values are read for the rows that are shown alone: until then their place holds the number of the row in the
+// table.
+struct LongField {
+    Text table, field; // of the database
+};
+
+struct Relation {
+    std::vector<RecordField> fields;
+    std::vector<std::optional<LongField>> longFields; // one for each field
+    std::vector<std::vector<Value>> rows;
+    bool isUpdatable = true;
+
+    std::optional<std::size_t> find(const FieldName& name) const {
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            if (equalsIgnoringCase(fields[i].name, name.field) &&
+                (name.table.empty() || equalsIgnoringCase(fields[i].table, name.table))) {
+                return i;
+            }
+        }
+        return std::nullopt;
+    }
+};
+
+Value valueOf(const std::vector<Value>& row, const std::vector<std::optional<std::size_t>>& places,
+              const Expression& expression) {
+    const auto part = [&](std::size_t i) -> Value {
+        if (!expression.parts[i].field) {
+            return expression.parts[i].constant;
+        }
+        return places[i] ? row[*places[i]] : Value(Null{});
+    };
+    if (expression.parts.size() == 1) {
+        return part(0);
+    }
+    Text text;
+    for (std::size_t i = 0; i < expression.parts.size(); ++i) {
+        const Value value = part(i);
+        text += std::holds_alternative<Bytes>(value) ? Text() : toText(value);
+    }
+    return text;
+}
+
+template <class Fields>
+std::vector<std::optional<std::size_t>> placesOf(const Expression& expression, const Fields& fields) {
+    std::vector<std::optional<std::size_t>> places;
+    for (const Expression::Part& part : expression.parts) {
+        places.push_back(part.field ? fields.find(*part.field) : std::nullopt);
+    }
+    return places;
+}
+
+bool isNull(const Value& value) {
+    return std::holds_alternative<Null>(value);
+}
+
+bool isNumber(const Value& value) {
+    return std::holds_alternative<bool>(value) || std::holds_alternative<std::int64_t>(value) ||
+           std::holds_alternative<float>(value) || std::holds_alternative<double>(value) ||
+           std::holds_alternative<Currency>(value) || std::holds_alternative<Decimal>(value);
+}
+
+double numberOf(const Value& value) {
+    if (const auto* truth = std::get_if<bool>(&value)) {
+        return *truth ? -1 : 0;
+    }
+    return toDouble(value);
+}
+
+bool holds(Condition::Comparison comparison, const Value& value, const Value& constant) {
+    using enum Condition::Comparison;
+    if (comparison == IsNull || comparison == IsNotNull) {
+        return isNull(value) == (comparison == IsNull);
+    }
+    if (isNull(value)) {
+        return false;
+    }
+    const int order = compareValues(value, constant);
+    switch (comparison) {
+    case Equal:
+        return order == 0;
+    case Different:
+        return order != 0;
+    case Less:
+        return order < 0;
+    case LessOrEqual:
+        return order <= 0;
+    case Greater:
+        return order > 0;
+    default:
+        return order >= 0;
+    }
+}
+
+struct ValueOrder {
+    bool operator()(const Value& left, const Value& right) const { return compareValues(left, right) < 0; }
+};
+
+class Reading {
+public:
+    Reading(dao::Database& database, std::optional<std::set<Text>> names)
+        : database_(database), names_(std::move(names)) {}
+
+    // Each step gives nothing when it is beyond what is understood; errors of the database pass through.
+    std::optional<Relation> named(const Text& name, const Text& knownAs, int depth) {
+        if (dao::TableDef* table = database_.TableDefs().find(name)) {
+            return tableRows(*table, knownAs);
+        }
+        dao::QueryDef* query = database_.QueryDefs().find(name);
+        if (query == nullptr || depth > deepestQuery) {
+            return std::nullopt;
+        }
+        auto relation = statement(query->SQL(), depth + 1);
+        if (relation) {
+            for (RecordField& field : relation->fields) {
+                field.table = knownAs;
+            }
+        }
+        return relation;
+    }
+
+    std::optional<Relation> statement(TextView sql, int depth) {
+        const auto selection = parseSelection(sql);
+        if (!selection) {
+            return std::nullopt;
+        }
+        addNames(sql);
+        auto relation = source(selection->source, depth);
+        if (!relation || !filter(*relation, selection->conditions) || !sort(*relation, selection->order)) {
+            return std::nullopt;
+        }
+        relation = project(std::move(*relation), *selection);
+        if (selection->distinct || (selection->distinctRow && !drawsOnAll(*selection))) {
+            removeDoubles(*relation, selection->distinct);
+        }
+        if (selection->top && *selection->top < relation->rows.size()) {
+            relation->rows.resize(*selection->top);
+        }
+        return relation;
+    }
+
+    static bool filter(Relation& relation, const std::vector<Condition>& conditions) {
+        for (const Condition& condition : conditions) {
+            const auto place = relation.find(condition.field);
+            if (!place || relation.longFields[*place]) {
+                return false;
+            }
+            std::erase_if(relation.rows, [&](const std::vector<Value>& row) {
+                return !holds(condition.comparison, row[*place], condition.constant);
+            });
+        }
+        return true;
+    }
+
+    static bool sort(Relation& relation, const std::vector<OrderKey>& order) {
+        for (auto key = order.rbegin(); key != order.rend(); ++key) {
+            const auto places = placesOf(key->value, relation);
+            for (std::size_t i = 0; i < places.size(); ++i) {
+                if (key->value.parts[i].field && (!places[i] || relation.longFields[*places[i]])) {
+                    return false;
+                }
+            }
+            std::ranges::stable_sort(relation.rows, [&](const auto& left, const auto& right) {
+                const int compared =
+                    compareValues(valueOf(left, places, key->value), valueOf(right, places, key->value));
+                return key->descending ? compared > 0 : compared < 0;
+            });
+        }
+        return true;
+    }
+
+    void addNames(TextView text) {
+        for (const jet::Token& token : jet::sqlTokens(text)) {
+            if (names_ && token.isName()) {
+                names_->insert(upperCase(token.text));
+            }
+        }
+    }
+
+    // Puts the long values of the rows that are left into their places.
+    void readLongValues(Relation& relation) {
+        for (std::size_t i = 0; i < relation.fields.size(); ++i) {
+            if (!relation.longFields[i]) {
+                continue;
+            }
+            std::map<std::int64_t, Value> values; // by the number of the row
+            for (const auto& row : relation.rows) {
+                if (const auto* number = std::get_if<std::int64_t>(&row[i])) {
+                    values.emplace(*number, Null{});
+                }
+            }
+            const auto cursor = database_.OpenRecordset(relation.longFields[i]->table);
+            std::int64_t at = 0;
+            for (auto& [number, value] : values) {
+                for (; at < number && !cursor->EOF_(); ++at) {
+                    cursor->MoveNext();
+                }
+                if (cursor->EOF_()) {
+                    break;
+                }
+                value = cursor->Field(relation.longFields[i]->field);
+            }
+            for (auto& row : relation.rows) {
+                if (const auto* number = std::get_if<std::int64_t>(&row[i])) {
+                    row[i] = Value(values[*number]);
+                }
+            }
+        }
+    }
+
+private:
+    std::optional<Relation> tableRows(dao::TableDef& table, const Text& knownAs) {
+        Relation relation;
+        std::vector<std::optional<int>> positions; // in the table; none for what nobody asks for
+        int position = 0;
+        for (const auto& field : table.Fields()) {
+            const Text name = field->Name();
+            const bool isLong = field->Type() == oleType || field->Type() == memoType;
+            relation.fields.push_back({knownAs, name, field->Type()});
+            relation.longFields.push_back(isLong ? std::optional(LongField{table.Name(), name})
+                                                 : std::nullopt);
+            const bool isAsked = !names_ || names_->contains(upperCase(name));
+            positions.push_back(isAsked ? std::optional(position) : std::nullopt);
+            ++position;
+        }
+        const auto cursor = database_.OpenRecordset(table.Name());
+        for (std::int64_t number = 0; !cursor->EOF_() && relation.rows.size() < mostRows; ++number) {
+            std::vector<Value>& row = relation.rows.emplace_back(relation.fields.size());
+            for (std::size_t i = 0; i < row.size(); ++i) {
+                if (!positions[i]) {
+                    continue;
+                }
+                row[i] = relation.longFields[i] ? Value(number) : cursor->Field(*positions[i]);
+            }
+            cursor->MoveNext();
+        }
+        sortByKey(relation, table);
+        return relation;
+    }
+
+    // Rows come in the order of the primary key.
+    static void sortByKey(Relation& relation, dao::TableDef& table) {
+        for (const auto& index : table.Indexes()) {
+            if (!index->Primary()) {
+                continue;
+            }
+            std::vector<OrderKey> order;
+            for (const auto& field : index->Fields()) {
+                order.push_back(
+                    {{{{FieldName{{}, field->FieldName}, Null{}}}}, (field->Attributes & 1) != 0});
+            }
+            sort(relation, order);
+            return;
+        }
+    }
+
+    std::optional<Relation> source(const Source& source, int depth) {
+        if (!source.join) {
+            return named(source.name, source.knownAs(), depth);
+        }
+        const Join& join = *source.join;
+        auto left = this->source(join.left, depth), right = this->source(join.right, depth);
+        if (!left || !right) {
+            return std::nullopt;
+        }
+        const bool keepsRight = join.kind == Join::Kind::Right;
+        Relation& outer = keepsRight ? *right : *left;
+        Relation& inner = keepsRight ? *left : *right;
+        std::vector<std::pair<std::size_t, std::size_t>> places; // in outer and inner
+        for (const auto& [one, other] : join.equal) {
+            auto inOuter = outer.find(one), inInner = inner.find(other);
+            if (!inOuter || !inInner) {
+                inOuter = outer.find(other);
+                inInner = inner.find(one);
+            }
+            if (!inOuter || !inInner || outer.longFields[*inOuter] || inner.longFields[*inInner]) {
+                return std::nullopt;
+            }
+            places.emplace_back(*inOuter, *inInner);
+        }
+        return joined(outer, inner, places, join.kind != Join::Kind::Inner);
+    }
+
+    static Relation joined(const Relation& outer, const Relation& inner,
+                           const std::vector<std::pair<std::size_t, std::size_t>>& places, bool keepsOuter) {
+        std::multimap<Value, std::size_t, ValueOrder> byKey; // rows of inner by the first pair
+        for (std::size_t i = 0; i < inner.rows.size(); ++i) {
+            byKey.emplace(inner.rows[i][places.front().second], i);
+        }
+        Relation result;
+        result.fields = outer.fields;
+        result.fields.insert(result.fields.end(), inner.fields.begin(), inner.fields.end());
+        result.longFields = outer.longFields;
+        result.longFields.insert(result.longFields.end(), inner.longFields.begin(), inner.longFields.end());
+        for (const auto& row : outer.rows) {
+            bool matched = false;
+            const auto [from, to] = byKey.equal_range(row[places.front().first]);
+            for (auto match = from; match != to && result.rows.size() < mostRows; ++match) {
+                const auto& other = inner.rows[match->second];
+                const bool equal = std::ranges::all_of(places, [&](const auto& pair) {
+                    return !isNull(row[pair.first]) &&
+                           compareValues(row[pair.first], other[pair.second]) == 0;
+                });
+                if (equal) {
+                    matched = true;
+                    auto& both = result.rows.emplace_back(row);
+                    both.insert(both.end(), other.begin(), other.end());
+                }
+            }
+            if (!matched && keepsOuter && result.rows.size() < mostRows) {
+                result.rows.emplace_back(row).resize(result.fields.size());
+            }
+        }
+        return result;
+    }
+
+    static Relation project(Relation from, const Selection& selection) {
+        Relation result;
+        result.isUpdatable = from.isUpdatable && !selection.distinct;
+        std::vector<std::function<Value(const std::vector<Value>&)>> makers;
+        const auto add = [&](std::size_t place, Text name) {
+            result.fields.push_back(from.fields[place]);
+            if (!name.empty()) {
+                result.fields.back().name = std::move(name);
+            }
+            result.longFields.push_back(from.longFields[place]);
+            makers.emplace_back([place](const std::vector<Value>& row) { return row[place]; });
+        };
+        for (const SelectedColumn& column : selection.columns) {
+            if (column.all) {
+                for (std::size_t i = 0; i < from.fields.size(); ++i) {
+                    if (column.table.empty() || equalsIgnoringCase(column.table, from.fields[i].table)) {
+                        add(i, {});
+                    }
+                }
+                continue;
+            }
+            const auto places =
+                column.value ? placesOf(*column.value, from) : std::vector<std::optional<std::size_t>>();
+            if (places.size() == 1 && places.front()) {
+                add(*places.front(), column.name);
+                continue;
+            }
+            result.fields.push_back({{}, column.name, 10});
+            result.longFields.emplace_back();
+            makers.emplace_back([&column, places](const std::vector<Value>& row) {
+                return column.value ? valueOf(row, places, *column.value) : Value(Null{});
+            });
+        }
+        result.rows.reserve(from.rows.size());
+        for (const auto& row : from.rows) {
+            auto& made = result.rows.emplace_back();
+            for (const auto& make : makers) {
+                made.push_back(make(row));
+            }
+        }
+        return result;
+    }
+
+    static void removeDoubles(Relation& relation, bool sorts) {
+        std::set<std::vector<Value>> seen;
+        std::erase_if(relation.rows, [&](const auto& row) { return !seen.insert(row).second; });
+        if (sorts && relation.fields.size() == 1) { // distinct rows come sorted
+            std::ranges::stable_sort(relation.rows, [](const auto& left, const auto& right) {
+                return compareValues(left.front(), right.front()) < 0;
+            });
+        }
+    }
+
+    static void addSources(const Source& source, std::vector<Text>& names) {
+        if (source.join) {
+            addSources(source.join->left, names);
+            addSources(source.join->right, names);
+        } else {
+            names.push_back(source.knownAs());
+        }
+    }
+
+    // Whether something is selected from each source: then the rows differ as the tables' do.
+    static bool drawsOnAll(const Selection& selection) {
+        std::vector<Text> sources;
+        addSources(selection.source, sources);
+        const auto selectsFrom = [](const SelectedColumn& column, const Text& source) {
+            const auto isOfSource = [&](const Text& table) {
+                return table.empty() || equalsIgnoringCase(table, source);
+            };
+            if (column.all || !column.value) {
+                return isOfSource(column.table);
+            }
+            return std::ranges::any_of(column.value->parts, [&](const Expression::Part& part) {
+                return part.field && isOfSource(part.field->table);
+            });
+        };
+        return std::ranges::all_of(sources, [&](const Text& source) {
+            return std::ranges::any_of(
+                selection.columns, [&](const SelectedColumn& column) { return selectsFrom(column, source); });
+        });
+    }
+
+    dao::Database& database_;
+    std::optional<std::set<Text>> names_; // of the fields that somebody asks for, in capitals; without it all
+};
+
+bool isStatement(TextView source) {
+    const auto tokens = jet::sqlTokens(source);
+    return tokens.front().isWord(u"SELECT") || tokens.front().isWord(u"PARAMETERS") ||
+           tokens.front().isWord(u"TRANSFORM") || tokens.front().isWord(u"TABLE");
+}
+
+// A name may stand in brackets.
+Text bareName(TextView source) {
+    const auto tokens = jet::sqlTokens(source);
+    return tokens.size() == 2 && tokens.front().kind == jet::TokenKind::Name ? Text(tokens.front().text)
+                                                                             : Text(source);
+}
+
+// Of all fields that are needed to answer, in capitals.
+std::optional<std::set<Text>> namesIn(const Wanted& wanted) {
+    if (!wanted.fields) {
+        return std::nullopt;
+    }
+    std::set<Text> names;
+    for (const Text& field : *wanted.fields) {
+        names.insert(upperCase(field));
+    }
+    for (const Condition& condition : wanted.conditions) {
+        names.insert(upperCase(condition.field.field));
+    }
+    for (const OrderKey& key : wanted.order) {
+        for (const Expression::Part& part : key.value.parts) {
+            names.insert(part.field ? upperCase(part.field->field) : Text());
+        }
+    }
+    return names;
+}
+
+} // namespace
+
+int compareValues(const Value& left, const Value& right) {
+    if (isNull(left) || isNull(right)) {
+        return static_cast<int>(isNull(right)) - static_cast<int>(isNull(left));
+    }
+    if (isNumber(left) && isNumber(right)) {
+        const double first = numberOf(left), second = numberOf(right);
+        return first < second ? -1 : first > second ? 1 : 0;
+    }
+    if (isNumber(left) != isNumber(right) && !std::holds_alternative<Bytes>(left) &&
+        !std::holds_alternative<Bytes>(right)) { // the number of a field and that of a list of texts
+        const Text first = toText(left), second = toText(right);
+        return first < second ? -1 : first > second ? 1 : 0;
+    }
+    const auto* firstText = std::get_if<Text>(&left);
+    const auto* secondText = std::get_if<Text>(&right);
+    if (firstText != nullptr && secondText != nullptr) {
+        const Text first = upperCase(*firstText), second = upperCase(*secondText);
+        return first < second ? -1 : first > second ? 1 : 0;
+    }
+    return left < right ? -1 : right < left ? 1 : 0;
+}
+
+std::optional<std::size_t> Records::find(const FieldName& name) const {
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (equalsIgnoringCase(fields[i].name, name.field) &&
+            (name.table.empty() || equalsIgnoringCase(fields[i].table, name.table))) {
+            return i;
+        }
+    }
+    return std::nullopt;
+}
+
+Value Records::value(std::size_t row, const Expression& expression) const {
+    return row < rows.size() ? valueOf(rows[row], placesOf(expression, *this), expression) : Value(Null{});
+}
+
+std::optional<Records> RecordSource::records(TextView source, const Wanted& wanted) const {
+    try {
+        Reading reading(database_, namesIn(wanted));
+        const Text name = bareName(source);
+        auto relation = isStatement(source) ? reading.statement(source, 0) : reading.named(name, name, 0);
+        if (!relation || !Reading::filter(*relation, wanted.conditions)) {
+            return std::nullopt;
+        }
+        Reading::sort(*relation, wanted.order);
+        Records records;
+        records.total = relation->rows.size();
+        records.isUpdatable = relation->isUpdatable;
+        relation->rows.resize(std::min(relation->rows.size(), wanted.rows));
+        reading.readLongValues(*relation);
+        records.fields = std::move(relation->fields);
+        records.rows = std::move(relation->rows);
+        return records;
+    } catch (const RunTimeError&) { // a damaged table, a link that leads nowhere
+        return std::nullopt;
+    }
+}
+
+std::vector<Text> RecordSource::formsNamedBy(TextView source) const {
+    std::vector<Text> forms;
+    std::set<Text> visited;
+    std::vector<Text> pending{Text(source)};
+    while (!pending.empty()) {
+        const Text text = std::move(pending.back());
+        pending.pop_back();
+        std::vector<Text> drawnOn;
+        skipErrors([&] {
+            if (isStatement(text)) {
+                const auto named = formsNamedIn(text);
+                forms.insert(forms.end(), named.begin(), named.end());
+                for (const jet::SelectSource& below : jet::selectionOfText(text).sources) {
+                    drawnOn.push_back(below.name);
+                }
+            } else {
+                drawnOn.push_back(bareName(text));
+            }
+        });
+        for (const Text& name : drawnOn) {
+            dao::QueryDef* query = database_.QueryDefs().find(name);
+            if (query != nullptr && visited.insert(upperCase(name)).second) {
+                skipErrors([&] { pending.push_back(query->SQL()); });
+            }
+        }
+    }
+    return forms;
+}
+
+} // namespace relvane::formview

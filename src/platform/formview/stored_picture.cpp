@@ -1,0 +1,132 @@
+#include "formview/stored_picture.h"
+
+#include <algorithm>
+
+#include "access/stored_bitmap.h"
+#include "formview/captions.h"
+#include "formview/colours.h"
+#include "formview/faces.h"
+#include "formview/metafile.h"
+#include "formview/picture_image.h"
+
+namespace relvane::formview {
+namespace {
+
+constexpr int longestPictureSide = 4096; // pixels that a metafile may ask for
+
+int pixelsOf(std::int32_t hundredthsOfMillimetre) {
+    const std::int64_t pixels = std::int64_t{hundredthsOfMillimetre} * 96 / 2540;
+    return static_cast<int>(std::clamp<std::int64_t>(pixels, 0, longestPictureSide));
+}
+
+int shift(int free, bool middle, bool end) {
+    return end ? free : middle ? free / 2 : 0;
+}
+
+void drawOutline(QPainter& painter, QRect box, const QString& name) {
+    painter.save();
+    painter.setClipRect(box, Qt::IntersectClip);
+    painter.setPen(colourOf(ScreenPart::ButtonShadow));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(box.adjusted(0, 0, -1, -1));
+    painter.restore();
+    drawText(painter, {name, {}}, screenFont(), colourOf(ScreenPart::GrayText),
+             {box.adjusted(3, 3, -3, -3), HorizontalPlace::Centre, VerticalPlace::Middle, true});
+}
+
+} // namespace
+
+QRect pictureBox(QSize size, QRect box, SizeMode mode, PictureAlignment alignment) {
+    if (mode == SizeMode::Stretch || size.isEmpty()) {
+        return box;
+    }
+    const QSize shown = mode == SizeMode::Zoom ? size.scaled(box.size(), Qt::KeepAspectRatio) : size;
+    using enum PictureAlignment;
+    const bool middle = alignment == Centre || alignment == FormCentre;
+    const bool right = alignment == TopRight || alignment == BottomRight;
+    const bool bottom = alignment == BottomLeft || alignment == BottomRight;
+    return {box.left() + shift(box.width() - shown.width(), middle, right),
+            box.top() + shift(box.height() - shown.height(), middle, bottom), shown.width(), shown.height()};
+}
+
+StoredPicture StoredPicture::ofProperty(access::ByteView bytes) {
+    StoredPicture picture;
+    auto stored = access::readPictureData(bytes);
+    if (!stored) {
+        return picture;
+    }
+    if (stored->format != access::PictureData::Format::Bitmap) {
+        picture.metafile_ = stored;
+    } else if (const auto bitmap = access::readBitmap(stored->data)) {
+        picture.bitmap_ = imageOf(*bitmap);
+    }
+    return picture;
+}
+
+StoredPicture StoredPicture::ofObject(access::ByteView bytes) {
+    const auto object = access::readOleData(bytes);
+    return object ? ofProperty(object->presentation) : StoredPicture();
+}
+
+StoredPicture StoredPicture::ofField(access::ByteView bytes) {
+    StoredPicture picture;
+    if (const auto field = access::readOleField(bytes)) {
+        picture.metafile_ = field->metafile;
+        if (field->bitmap) {
+            picture.bitmap_ = imageOf(*field->bitmap);
+        }
+    }
+    return picture;
+}
+
+QSize StoredPicture::size() const {
+    if (metafile_) {
+        return {pixelsOf(metafile_->width), pixelsOf(metafile_->height)};
+    }
+    return bitmap_.size();
+}
+
+QImage StoredPicture::image(QSize size) const {
+    if (metafile_) {
+        return metafileImage(*metafile_, size).value_or(QImage());
+    }
+    return size == bitmap_.size() ? bitmap_
+                                  : bitmap_.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+void StoredPicture::draw(QPainter& painter, QRect box, SizeMode mode, PictureAlignment alignment,
+                         const QString& name) const {
+    if (!isThere() || box.isEmpty()) {
+        return;
+    }
+    const QRect place = pictureBox(size(), box, mode, alignment);
+    const QImage shown = image(place.size());
+    if (shown.isNull()) {
+        drawOutline(painter, place & box, name);
+        return;
+    }
+    painter.save();
+    painter.setClipRect(box, Qt::IntersectClip);
+    painter.drawImage(place.topLeft(), shown);
+    painter.restore();
+}
+
+void StoredPicture::drawTiled(QPainter& painter, QRect box, PictureAlignment alignment,
+                              const QString& name) const {
+    if (!isThere() || box.isEmpty()) {
+        return;
+    }
+    const QImage tile = image(size());
+    if (tile.isNull()) {
+        drawOutline(painter, box, name);
+        return;
+    }
+    const QRect first = pictureBox(size(), box, SizeMode::Clip, alignment);
+    painter.save();
+    painter.setClipRect(box, Qt::IntersectClip);
+    painter.setBrushOrigin(first.topLeft());
+    painter.fillRect(box, QBrush(tile));
+    painter.restore();
+}
+
+} // namespace relvane::formview

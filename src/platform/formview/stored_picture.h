@@ -1,0 +1,46 @@
+// A picture of a form or a control, whatever its kind, and where it comes to lie.
+#pragma once
+
+#include <optional>
+
+#include <QImage>
+#include <QPainter>
+#include <QString>
+
+#include "access/design_data.h"
+#include "access/ole_field.h"
+
+namespace relvane::formview {
+
+enum class SizeMode { Clip = 0, Stretch = 1, Zoom = 3 }; // by the numbers of SizeMode and PictureSizeMode
+// By the numbers of PictureAlignment. FormCentre is the middle of the form, where the others go by its window.
+enum class PictureAlignment { TopLeft, TopRight, Centre, BottomLeft, BottomRight, FormCentre };
+
+// Where a picture of `size` lies; it may go beyond the box, which then cuts it.
+QRect pictureBox(QSize size, QRect box, SizeMode mode, PictureAlignment alignment);
+
+class StoredPicture {
+public:
+    // The bytes of a property PictureData, which must outlive the picture.
+    static StoredPicture ofProperty(access::ByteView bytes);
+    // Of a property OleData: what was kept to show the object by.
+    static StoredPicture ofObject(access::ByteView bytes);
+    // Of an OLE field; the bytes likewise.
+    static StoredPicture ofField(access::ByteView bytes);
+
+    bool isThere() const { return !size().isEmpty(); }
+    QSize size() const; // pixels
+
+    // Draws into `box` and not beyond it. A kind of picture that cannot be drawn is an outlined box with `name`.
+    void draw(QPainter& painter, QRect box, SizeMode mode, PictureAlignment alignment,
+              const QString& name) const;
+    void drawTiled(QPainter& painter, QRect box, PictureAlignment alignment, const QString& name) const;
+
+private:
+    QImage image(QSize size) const; // null when it cannot be drawn
+
+    QImage bitmap_;
+    std::optional<access::PictureData> metafile_;
+};
+
+} // namespace relvane::formview
