@@ -2,7 +2,8 @@
 //
 // A line is a row of words with blanks between them; indentation and empty lines mean nothing, "#" where a word could
 // begin makes the rest a comment. A word that has blanks, or that could be taken for something else, stands in
-// double quotes: "" in it is one quote, ↵ a line end, and "ab"*100 is the text a hundred times.
+// double quotes: "" in it is one quote, ↵ a line end, ␉ a tab (so with all pictures of control characters), and
+// "ab"*100 is the text a hundred times.
 //
 // The first word says what the line is. An object begins with its line; what follows belongs to it.
 //

@@ -12,6 +12,16 @@ bool isBlank(char16_t c) {
     return c == u' ' || c == u'\t';
 }
 
+// What a character of a quoted text stands for.
+Text meantBy(char16_t c) {
+    constexpr char16_t pictureOfNul = u'␀', pictureOfLastControl = u'␟';
+    if (c == lineEnd) {
+        return u"\r\n";
+    }
+    return Text(1,
+                c >= pictureOfNul && c <= pictureOfLastControl ? static_cast<char16_t>(c - pictureOfNul) : c);
+}
+
 } // namespace
 
 DescriptionLine::DescriptionLine(std::string_view utf8, int number) : number_(number) {
@@ -42,7 +52,7 @@ DescriptionLine::DescriptionLine(std::string_view utf8, int number) : number_(nu
             if (line[i] == quote) {
                 ++i;
             }
-            word.text += line[i] == lineEnd ? Text(u"\r\n") : Text(1, line[i]);
+            word.text += meantBy(line[i]);
         }
         ++i;
         if (i < line.size() && line[i] == u'*') {

@@ -3,16 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "goldens.h"
-#include "real_program.h"
-#include "support/frm_sien.h"
 #include "support/object_references.h"
-#include "support/preparation.h"
-#include "support/table_usage.h"
+#include "support_program.h"
 
 namespace relvane {
 namespace {
-
-using test::RealProgram;
 
 struct References {
     explicit References(const std::filesystem::path& target) : path(target), before(test::bytesOf(target)) {
@@ -23,28 +18,12 @@ struct References {
 
     std::vector<Text> rows(TextView table, std::initializer_list<TextView> fields) {
         EXPECT_TRUE(program.dialogs.boxes.empty()) << toUtf8(program.dialogs.lastText());
-        std::vector<Text> all;
-        for (const auto& row : program.rows(table)) {
-            Text joined;
-            for (const TextView field : fields) {
-                joined += (field == *fields.begin() ? u"" : u"|") + toText(row.at(Text(field)));
-            }
-            all.push_back(std::move(joined));
-        }
-        return all;
+        return program.listed(table, fields, u"|");
     }
-    void prepare() {
-        run(cmdSyoki_Click);
-        program.dialogs.boxes.clear();
-    }
-    void run(void (*command)(FrmSien& sien)) {
-        EXPECT_TRUE(program.desk->dispatch([&] { command(sien); }));
-    }
+    void prepare() { program.prepare(); }
+    void run(void (*command)(FrmSien& sien)) { EXPECT_TRUE(program.run(command)); }
     std::vector<Text> usageOf(const Text& table) {
-        sien.cboTable.Clear();
-        sien.cboTable.AddItem(table);
-        sien.cboTable.ListIndex = 0;
-        run(cmdLinkTable_Click);
+        EXPECT_TRUE(program.findUsage(table));
         return rows(u"T_RvLinkObject",
                     {u"objectNo", u"Bunrui", u"ObjectName", u"ControlName", u"PropertyName", u"MotoName"});
     }
@@ -57,8 +36,7 @@ struct References {
 
     std::filesystem::path path;
     std::string before;
-    RealProgram program;
-    FrmSien sien{program.desk->context};
+    test::SupportProgram program;
 };
 
 // The rows that have these, in this order.
@@ -193,11 +171,16 @@ TEST(RealReferences, OwnSampleCallsFunctionsAndItsChoicesTakeThePositionsOfTheir
                  // A field is named as a property of the class module.
                  u"受注入力|ﾕｰｻﾞｰ関数|受注番号|ｺﾝﾄﾛｰﾙｿｰｽ|受注番号|cls受注",
                  u"受注入力|ﾃｰﾌﾞﾙ/ｸｴﾘｰ|受注明細ｻﾌﾞ|ｿｰｽｵﾌﾞｼﾞｪｸﾄ|Form.受注明細ｻﾌﾞ|=再計算()",
-                 u"受注入力|マクロ|閉じる|ｸﾘｯｸ時|月次処理.閉じる|月次処理"});
+                 u"受注入力|マクロ|閉じる|ｸﾘｯｸ時|月次処理.閉じる|月次処理",
+                 u"受注明細ｻﾌﾞ|ﾕｰｻﾞｰ関数|税込金額|ｺﾝﾄﾛｰﾙｿｰｽ|税込み|消費税計算",
+                 u"得意先台帳|ﾕｰｻﾞｰ関数|本社のみ|規定値|端末名|共通関数",
+                 u"得意先台帳|ﾃｰﾌﾞﾙ/ｸｴﾘｰ|入金履歴|ｿｰｽｵﾌﾞｼﾞｪｸﾄ|Form.得意先入金ｻﾌﾞ|=絞込み()",
+                 u"得意先入金ｻﾌﾞ|ﾕｰｻﾞｰ関数|支払方法名|ｺﾝﾄﾛｰﾙｿｰｽ|区分名|画面処理"});
     expectAmong(found(cmdLinkReport_Click),
                 {u"受注一覧表|ﾕｰｻﾞｰ関数|受注番号|ｺﾝﾄﾛｰﾙｿｰｽ|受注番号|cls受注",
                  u"請求書|マクロ|レポート|ﾍﾟｰｼﾞﾌｫｰﾏｯﾄ時|=頁枠()|=頁枠()",
-                 u"請求書|ﾃｰﾌﾞﾙ/ｸｴﾘｰ|請求明細ｻﾌﾞ|ｿｰｽｵﾌﾞｼﾞｪｸﾄ|Report.請求明細ｻﾌﾞ|請求"});
+                 u"請求書|ﾕｰｻﾞｰ関数|税額|ｺﾝﾄﾛｰﾙｿｰｽ|消費税|消費税計算",
+                 u"請求書|ﾃｰﾌﾞﾙ/ｸｴﾘｰ|請求明細ｻﾌﾞ|ｿｰｽｵﾌﾞｼﾞｪｸﾄ|Report.請求明細ｻﾌﾞ|消費税計算"});
 }
 
 // Every sample, of any age and in any state, runs to its end or to a box, and keeps its bytes. The usage of a table comes
@@ -207,20 +190,17 @@ TEST(RealReferences, EverySampleIsLeftAsItWas) {
     files.push_back(test::ownSample("zaiko.mdb"));
     for (const auto& file : files) {
         SCOPED_TRACE(file.filename().string());
-        RealProgram program;
+        test::SupportProgram program;
         const std::string before = test::bytesOf(file);
         program.select(file);
         AnalysisContext& context = program.desk->context;
         if (context.TargetDb && !program.desk->ended()) {
-            FrmSien sien{context};
-            sien.cboTable.AddItem(u"a");
-            sien.cboTable.ListIndex = 0;
             for (const auto command : {cmdSyoki_Click, cmdLinkForm_Click, cmdLinkReport_Click}) {
-                program.desk->dispatch([&] { command(sien); });
+                program.run(command);
                 EXPECT_FALSE(program.desk->failed()) << toUtf8(program.dialogs.lastText());
             }
             const bool hasQueries = context.QueryCount != 0;
-            program.desk->dispatch([&] { cmdLinkTable_Click(sien); });
+            program.findUsage(u"a");
             EXPECT_FALSE(program.desk->failed() && hasQueries) << toUtf8(program.dialogs.lastText());
         }
         EXPECT_EQ(test::bytesOf(file), before);

@@ -127,6 +127,50 @@ TEST(RealSavedAnalysis, PanelComesBackInAnotherRunFromTheMenuAndFromTheCommandLi
     EXPECT_TRUE(test::bytesOf(file) == before) << "a load writes nothing";
 }
 
+TEST(RealSavedAnalysis, NameWithoutAnExtensionGetsItAndCapitalsYieldOne) {
+    const test::TemporaryFolder folder;
+    RealProgram program;
+    ASSERT_TRUE(program.select(test::ownSample("empty.mdb")));
+    for (const char* name : {"受注", "old.ADB"}) {
+        EXPECT_TRUE(press(program, program.form().m1b, folder / name));
+    }
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder.path())) {
+        names.push_back(entry.path().filename().string());
+    }
+    EXPECT_THAT(names, testing::UnorderedElementsAre("受注.adb", "old.adb"));
+}
+
+// A target without queries has a panel that was never there to be analysed.
+TEST(RealSavedAnalysis, PanelOfAKindThatTheTargetLacksStaysClosedAndTheMenuIsLocked) {
+    const test::TemporaryFolder folder;
+    {
+        RealProgram program;
+        ASSERT_TRUE(program.select(test::ownSample("zaiko.mdb")));
+        EXPECT_TRUE(press(program, program.form().m1b, folder / "a.adb"));
+        EXPECT_EQ(program.rows(u"T_RvSaveFlag").at(0).at(u"fQry"), Value(std::int64_t{9}));
+    }
+    RealProgram loaded;
+    FrmRelvane& form = loaded.form();
+    const int byDefault = form.optQuery.chosen();
+    EXPECT_TRUE(press(loaded, form.m1c, folder / "a.adb"));
+    EXPECT_EQ(form.optQuery.chosen(), byDefault);
+    EXPECT_FALSE(form.cmdQPre.Enabled);
+    for (const MenuItem* entry : {&form.m1a, &form.m1b, &form.m1c, &form.m6, &form.m7, &form.m8}) {
+        EXPECT_FALSE(entry->Enabled);
+    }
+    EXPECT_TRUE(form.m9.Enabled);
+}
+
+// The work database itself, as installed, is a file in which nothing was ever saved.
+TEST(RealSavedAnalysis, FileWithoutFlagsSaysThatItsSaveFailed) {
+    RealProgram program;
+    EXPECT_TRUE(
+        press(program, program.form().m1c, test::buildFolder() / "share" / "relvane" / "Relvane.mdb"));
+    EXPECT_EQ(program.dialogs.lastText(), u"保存処理が失敗しています。");
+    EXPECT_EQ(program.desk->context.AnalysisMode, modeSavedFile);
+}
+
 TEST(RealSavedAnalysis, PersonIsAskedBeforeAFileIsReplaced) {
     const test::TemporaryFolder folder;
     const fs::path file = folder / "a.adb";
@@ -247,6 +291,29 @@ TEST(RealComparison, AddedDeletedAndChangedObjectsDiffer) {
     EXPECT_FALSE(loaded.form().cmdOPre.Enabled);
 }
 
+TEST(RealComparison, CancelledDialogTellsAndChangesNothing) {
+    const test::TemporaryFolder folder;
+    RealProgram program;
+    ASSERT_TRUE(program.select(test::ownSample("juchu.mdb")));
+    ASSERT_TRUE(press(program, program.form().m1b, folder / "a.adb"));
+    const std::string before = test::bytesOf(program.folder / "Relvane.mdb");
+    EXPECT_EQ(compare(program, fs::path()), 1);
+    EXPECT_EQ(program.dialogs.lastText(), u"比較用ファイルを選択して下さい。");
+    EXPECT_TRUE(test::bytesOf(program.folder / "Relvane.mdb") == before);
+}
+
+// Its rows are taken before they are replaced.
+TEST(RealComparison, WorkDatabaseItselfIsComparedAsItStood) {
+    const test::TemporaryFolder folder;
+    RealProgram program;
+    ASSERT_TRUE(program.select(test::ownSample("juchu.mdb")));
+    ASSERT_TRUE(press(program, program.form().m1b, folder / "a.adb"));
+    EXPECT_EQ(compare(program, program.folder / "Relvane.mdb"), 0) << toUtf8(program.dialogs.lastText());
+    EXPECT_GT(program.rows(u"T_RvSaveObjectOld").size(), 50u);
+    EXPECT_EQ(inventory(program, u"T_RvSaveObject"), inventory(program, u"T_RvSaveObjectOld"));
+    EXPECT_EQ(toText(program.rows(u"T_RvSaveFlag").at(0).at(u"ObjNameOld")), u"juchu.mdb");
+}
+
 TEST(RealComparison, DamagedFileIsReportedAndTheTargetStays) {
     const test::TemporaryFolder folder;
     RealProgram program;
@@ -268,33 +335,39 @@ int listSpecifications(RealProgram& program) {
     return static_cast<int>(program.dialogs.boxes.size() - boxes);
 }
 
+// Every type of specification, every order of a date that the sample has, marks that no key types.
 TEST(RealSpecifications, ThoseOfTheSampleAreCopiedAsTheyStand) {
     RealProgram program;
     ASSERT_TRUE(program.select(test::ownSample("juchu.mdb")));
     EXPECT_EQ(listSpecifications(program), 0) << toUtf8(program.dialogs.lastText());
     const auto specifications = program.rows(u"T_RvTeigi"), columns = program.rows(u"T_RvTeigiItem");
-    ASSERT_GE(specifications.size(), 2u);
-    const StoredRow expected = {{u"DateDelim", Text(u"/")},
+    ASSERT_EQ(specifications.size(), 6u);
+    const StoredRow expected = {{u"DateDelim", Text(u"-")},
                                 {u"DateFourDigitYear", true},
                                 {u"DateLeadingZeros", false},
                                 {u"DateOrder", std::int64_t{2}},
-                                {u"DecimalPoint", Text(u".")},
-                                {u"FieldSeparator", Text(u",")},
-                                {u"FileType", std::int64_t{932}},
-                                {u"SpecID", std::int64_t{1}},
-                                {u"SpecName", Text(u"受注ﾃﾞｰﾀ取込")},
+                                {u"DecimalPoint", Text(u",")},
+                                {u"FieldSeparator", Text(u";")},
+                                {u"FileType", std::int64_t{850}},
+                                {u"SpecID", std::int64_t{3}},
+                                {u"SpecName", Text(u"海外仕入先の単価")},
                                 {u"SpecType", std::int64_t{1}},
                                 {u"StartRow", std::int64_t{1}},
-                                {u"TextDelim", Text(u"\"")},
+                                {u"TextDelim", Text(u"'")},
                                 {u"TimeDelim", Text(u":")}};
-    EXPECT_EQ(specifications[0], expected);
+    EXPECT_EQ(specifications[2], expected);
     EXPECT_EQ(specifications[1].at(u"TextDelim"), Value(Null{}));
-    ASSERT_GE(columns.size(), 5u);
+    EXPECT_EQ(specifications[3].at(u"FieldSeparator"), Value(u"\t"));
+    EXPECT_EQ(specifications[4].at(u"FieldSeparator"), Value(u"\u0001"));
+    EXPECT_EQ(columns.size(), 19u);
     const StoredRow expectedColumn = {
         {u"Attributes", std::int64_t{0}}, {u"dataType", std::int64_t{10}}, {u"FieldName", Text(u"住所")},
         {u"IndexType", std::int64_t{0}},  {u"SkipColumn", true},           {u"SpecID", std::int64_t{2}},
         {u"Start", std::int64_t{8}},      {u"Width", std::int64_t{80}}};
     EXPECT_THAT(columns, testing::Contains(expectedColumn));
+    for (const StoredRow& column : columns) {
+        EXPECT_NE(column.at(u"SpecID"), Value(std::int64_t{6})) << "that one has none";
+    }
 }
 
 TEST(RealSpecifications, TargetWithoutThemGetsAMessageAndTheRowsOfAnotherStay) {

@@ -3,35 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "goldens.h"
-#include "real_program.h"
-#include "support/preparation.h"
 #include "support/procedure_calls.h"
 #include "support/variable_catalogue.h"
+#include "support_program.h"
 
 namespace relvane {
 namespace {
 
-using test::RealProgram;
-using test::StoredRow;
-
-struct Support : RealProgram {
-    FrmSien sien{desk->context};
-
-    bool run(void (*command)(FrmSien& sien)) {
-        return desk->dispatch([&] { command(sien); });
-    }
-    std::vector<Text> listed(TextView table, std::initializer_list<TextView> fields) {
-        std::vector<Text> all;
-        for (const StoredRow& row : rows(table)) {
-            Text joined;
-            for (const TextView field : fields) {
-                joined += (field == *fields.begin() ? u"" : u" | ") + toText(row.at(Text(field)));
-            }
-            all.push_back(std::move(joined));
-        }
-        return all;
-    }
-};
+using Support = test::SupportProgram;
 
 // "object | calling procedure | called procedure | its module" of all calls in the file.
 std::vector<Text> callsOf(const std::filesystem::path& target) {

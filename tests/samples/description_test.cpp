@@ -26,6 +26,12 @@ TEST(Description, QuotedTextsHoldBlanksQuotesAndLineEnds) {
     EXPECT_EQ(spec.tables.at(0).rows.at(1).values, std::vector<Value>{u"1\r\n2"});
 }
 
+TEST(Description, PicturesOfControlCharactersStandForThem) {
+    const DatabaseSpec spec = parseDescription("table t\n column a text 20\n row \"a␉b␁␟␠\"\n row ␉\n");
+    EXPECT_EQ(spec.tables.at(0).rows.at(0).values, std::vector<Value>{u"a\tb\u0001\u001F␠"});
+    EXPECT_EQ(spec.tables.at(0).rows.at(1).values, std::vector<Value>{u"␉"}) << "in quotes alone";
+}
+
 TEST(Description, CommentsEmptyLinesAndWindowsLineEndsMeanNothing) {
     const DatabaseSpec spec = parseDescription("# first\r\n\r\ntable t # second\r\n\tcolumn a long\r\n");
     EXPECT_EQ(spec.tables.at(0).name, u"t");

@@ -422,7 +422,7 @@ TEST(SampleDesigns, SubformsShowWhatExists) {
             EXPECT_TRUE(std::ranges::find(list, name, &DocumentSpec::name) != list.end()) << toUtf8(source);
         });
     });
-    EXPECT_EQ(subforms, 3u);
+    EXPECT_EQ(subforms, 4u);
 }
 
 // A level has a header or footer exactly where its flag says so.

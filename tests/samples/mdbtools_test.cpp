@@ -206,6 +206,9 @@ void compareSchema(const TableSpec& table, const std::string& path) {
     EXPECT_EQ(lines, schemaLines(table));
 }
 
+// Characters that no value of a sample has.
+constexpr const char *betweenValues = "\x1D", *behindRow = "\x1E";
+
 // Rows are compared as a set: mdb-export prints a moved row where it stands now.
 void compareRows(const TableSpec& table, const std::string& path, int codePage) {
     const std::string name = toUtf8(table.name);
@@ -218,13 +221,13 @@ void compareRows(const TableSpec& table, const std::string& path, int codePage) 
         std::size_t position = 0;
         for (const ColumnSpec* column : livingColumns(table)) {
             const Value value = position < row.values.size() ? row.values[position] : Value();
-            line += (position++ == 0 ? "" : "\x01") + exported(value, *column, codePage);
+            line += (position++ == 0 ? "" : betweenValues) + exported(value, *column, codePage);
         }
         expected.push_back(line);
     }
-    const auto written = run({"mdb-export", "-H", "-Q", "-d", "\x01", "-R", "\x02", "-0", nullMark, "-b",
-                              "hex", "-D", "%Y-%m-%d %H:%M:%S", "-T", "%Y-%m-%d %H:%M:%S", path, name});
-    std::vector<std::string> found = cut(written.text, '\x02');
+    const auto written = run({"mdb-export", "-H", "-Q", "-d", betweenValues, "-R", behindRow, "-0", nullMark,
+                              "-b", "hex", "-D", "%Y-%m-%d %H:%M:%S", "-T", "%Y-%m-%d %H:%M:%S", path, name});
+    std::vector<std::string> found = cut(written.text, *behindRow);
     EXPECT_EQ(run({"mdb-count", path, name}).text, std::to_string(expected.size()) + "\n");
     std::ranges::sort(expected);
     std::ranges::sort(found);
