@@ -17,6 +17,7 @@
 #include "qt/desktop_services.h"
 #include "qt/japanese_texts.h"
 #include "qt/preview_application.h"
+#include "qt/qt_clipboard.h"
 #include "qt/qt_dialogs.h"
 #include "qt/qt_text.h"
 #include "qt/single_instance.h"
@@ -136,17 +137,16 @@ int run(QApplication& application, const CommandLine& line) {
     }
     const ProgramFolderLock lock(folder);
     qt::SingleInstance instance(QFile::decodeName(QByteArray::fromStdString(folder.string())));
-    if (!lock.isHeld()) {
-        instance.askFirstToShow();
-    }
 
     // A second program only shows the first, and leaves the file to it.
     LinuxFiles files(lock.isHeld() ? linkMappings(line, folder, dialogs) : std::vector<LinkMapping>());
     const jet::LinkResolver resolveLink = std::bind_front(&Files::resolveLink, &files);
     LinuxSystem system(!lock.isHeld());
     qt::DesktopServices services(system, dialogs);
+    qt::QtClipboard clipboard;
     Platform platform;
     platform.dialogs = &dialogs;
+    platform.clipboard = &clipboard;
     platform.files = &files;
     platform.system = &services;
     platform.openTarget = [resolveLink](const Text& path) {
@@ -174,10 +174,14 @@ int run(QApplication& application, const CommandLine& line) {
     const qt::SienWindow sien(window, desk.frmSien, events);
     const qt::OutWindow out(window, desk.frmOut, events);
     const qt::AboutWindow about(window, desk.frmAbout, events);
+    const qt::CaptureWindow capture(window, desk.frmCapture, events);
     if (lock.isHeld()) {
         instance.listen([&window] { window.comeForward(); });
     }
     events.fire([&] { desk.start(line.analysisFile); });
+    if (!lock.isHeld()) {
+        instance.askFirstToShow(); // behind the box that tells of it
+    }
     if (!events.hasEnded()) {
         application.exec();
     }

@@ -1,10 +1,15 @@
 // Boxes and file dialogs as a person meets them.
+#include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDir>
+#include <QDoubleSpinBox>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QTemporaryDir>
 
+#include "qt/page_setup_dialog.h"
+#include "qt/print_dialog.h"
 #include "qt/qt_dialogs.h"
 #include "qt/qt_text.h"
 #include "window_test.h"
@@ -67,6 +72,73 @@ private slots:
             QVERIFY(box.buttons.contains(QStringLiteral("はい(&Y)")));
             QVERIFY(box.buttons.contains(QStringLiteral("いいえ(&N)")));
         }
+    }
+
+    void aBoxThatOffersAnotherTryHasJapaneseButtons() {
+        for (const auto& [button, expected] :
+             {std::pair(QMessageBox::Retry, boxRetry), std::pair(QMessageBox::Cancel, boxCancel)}) {
+            SeenBox box;
+            answerNextBox(box, button);
+            const int answer = dialogs_.MsgBox(u"開かれています。", retryCancel, u"t");
+            QVERIFY(box.seen);
+            QCOMPARE(answer, static_cast<int>(expected));
+            QCOMPARE(box.buttons.size(), 2);
+            QVERIFY(box.buttons.contains(QStringLiteral("再試行(&R)")));
+            QVERIFY(box.buttons.contains(QStringLiteral("キャンセル")));
+        }
+        QTimer::singleShot(0, qApp, [] { QApplication::activeModalWidget()->close(); });
+        QCOMPARE(dialogs_.MsgBox(u"開かれています。", retryCancel, u"t"), static_cast<int>(boxCancel));
+    }
+
+    void marginsAreAskedForInMillimetres() {
+        const PageMargins least{500, 500, 500, 500};
+        PageMargins margins{1000, 2000, 1000, 1500};
+        QStringList offered;
+        const auto answer = [&](bool accept) {
+            QTimer::singleShot(0, qApp, [&offered, accept] {
+                auto* const dialog = qobject_cast<PageSetupDialog*>(QApplication::activeModalWidget());
+                if (dialog == nullptr) {
+                    return;
+                }
+                for (const char* side : {"left", "top", "right", "bottom"}) {
+                    offered << dialog->findChild<QDoubleSpinBox*>(QLatin1String(side))->text();
+                }
+                dialog->findChild<QDoubleSpinBox*>(QStringLiteral("left"))->setValue(12.5);
+                dialog->findChild<QDoubleSpinBox*>(QStringLiteral("right"))->setValue(1); // below the least
+                accept ? dialog->accept() : dialog->reject();
+            });
+        };
+        answer(false);
+        QVERIFY(!dialogs_.PageSetupDlg(margins, least));
+        QCOMPARE(margins.left, 1000);
+        QCOMPARE(offered, (QStringList{QStringLiteral("10.00 mm"), QStringLiteral("20.00 mm"),
+                                       QStringLiteral("10.00 mm"), QStringLiteral("15.00 mm")}));
+        answer(true);
+        QVERIFY(dialogs_.PageSetupDlg(margins, least));
+        QCOMPARE(margins.left, 1250);
+        QCOMPARE(margins.top, 2000);
+        QCOMPARE(margins.right, 500);
+        QCOMPARE(margins.bottom, 1500);
+    }
+
+    void aPrinterIsChosenAndWithoutOneTheDialogCanOnlyBeCancelled() {
+        PrintDialog some({QStringLiteral("事務所")}, QStringLiteral("事務所"), 1, 0);
+        some.setAcceptCaption(QStringLiteral("OK"));
+        const auto* const ok = some.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+        QCOMPARE(ok->text(), QStringLiteral("OK"));
+        QVERIFY(ok->isEnabled());
+        const PrintDialog none({}, {}, 1, 0);
+        QVERIFY(!none.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->isEnabled());
+        QVERIFY(!none.findChild<QComboBox*>()->isEnabled());
+        bool seen = false;
+        QTimer::singleShot(0, qApp, [&seen] {
+            if (auto* const dialog = qobject_cast<PrintDialog*>(QApplication::activeModalWidget())) {
+                seen = true;
+                dialog->reject();
+            }
+        });
+        QVERIFY(!dialogs_.PrintDlg());
+        QVERIFY(seen);
     }
 
     void aQuestionHasItsIconAndYesAsDefault() {

@@ -34,6 +34,7 @@ constexpr const char* boundTypes[] = {
     "QAction",
     "relvane::qt::GaugeLine",
     "relvane::qt::LogoView",
+    "relvane::qt::PictureView",
     "relvane::qt::FieldFrame",
 };
 
@@ -201,6 +202,7 @@ void Binder::showVisible() {
     if (isSecondary()) {
         const QRect above = window_.parentWidget()->frameGeometry();
         window_.move(above.center() - window_.rect().center());
+        moveOnto(*window_.screen());
     } else {
         keepOnScreen();
     }
@@ -223,10 +225,11 @@ void Binder::fitToContents() {
         layout->invalidate();
     }
     const QSize room = window_.screen()->availableSize() - decorations;
-    QSize wanted = window_.sizeHint();
-    if (wanted.height() > room.height()) {
-        wanted.rwidth() += window_.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    }
+    const int scrollBar = window_.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const QSize contents = window_.sizeHint();
+    const QSize bars(contents.height() > room.height() ? scrollBar : 0,
+                     contents.width() > room.width() ? scrollBar : 0);
+    const QSize wanted = contents + bars;
     window_.resize(wanted.boundedTo(room).expandedTo(window_.minimumSizeHint()));
 }
 
@@ -249,13 +252,17 @@ void Binder::keepOnScreen() {
             nearest = screen;
         }
     }
-    const QRect room = nearest->availableGeometry();
+    moveOnto(*nearest);
+}
+
+void Binder::moveOnto(const QScreen& screen) {
+    const QRect room = screen.availableGeometry();
     const QSize size = window_.size() + decorations;
     const auto within = [](int wanted, int first, int space) {
         return std::clamp(wanted, first, std::max(first, first + space));
     };
-    window_.move(within(bar.x(), room.x(), room.width() - size.width()),
-                 within(bar.y(), room.y(), room.height() - size.height()));
+    window_.move(within(window_.x(), room.x(), room.width() - size.width()),
+                 within(window_.y(), room.y(), room.height() - size.height()));
 }
 
 void Binder::place() {

@@ -2,8 +2,9 @@
 //
 // The names: a control "cmdTable" has the widget "cmdTable", the element 2 of the control array "optTable" the
 // widget "optTable_2". The types: CommandButton QPushButton, OptionButton QRadioButton, CheckBox QCheckBox, Label
-// QLabel, TextBox QLineEdit, ComboBox QComboBox, Frame QGroupBox, PictureBox QFrame, Line GaugeLine, Image LogoView,
-// MenuItem QMenu when it has children and QAction otherwise (a caption "-" makes it a separator). A Timer has no widget.
+// QLabel, TextBox QLineEdit, ComboBox QComboBox, Frame QGroupBox, PictureBox PictureView or, as a mere frame, QFrame,
+// Line GaugeLine, Image LogoView, MenuItem QMenu when it has children and QAction otherwise (a caption "-" makes it a
+// separator). A Timer has no widget.
 //
 // Every named widget of these types needs its control, but for a QLabel whose name begins with "caption_": the
 // lettering of the layout alone. A window whose file and form disagree is not opened.
@@ -23,6 +24,7 @@
 
 class QKeyEvent;
 class QMouseEvent;
+class QScreen;
 class QTimer;
 
 namespace relvane::qt {
@@ -51,6 +53,9 @@ public:
     Binder(QWidget& window, Form& form, EventQueue& events);
     ~Binder() override;
 
+    // Makes the window as large as its contents want, and the screen allows. Before the first show the binder does it.
+    void fitToContents();
+
     // True while the window takes no input because the form is not enabled.
     bool isBlocked() const { return blocked_; }
 
@@ -66,8 +71,8 @@ private:
     void showForm();
     void showVisible();
     bool isSecondary() const; // opens above its parent; a position of its own has the main window alone
-    void fitToContents();
     void keepOnScreen();
+    void moveOnto(const QScreen& screen);
     void place();
     void rememberPlaceSoon();
     void rememberPlace();

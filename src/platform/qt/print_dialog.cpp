@@ -21,6 +21,8 @@ PrintDialog::PrintDialog(const QStringList& printers, const QString& defaultPrin
     printer_ = new QComboBox;
     printer_->addItems(printers);
     printer_->setCurrentText(defaultPrinter);
+    printer_->setEnabled(!printers.isEmpty());
+    printer_->setPlaceholderText(tr("プリンタがありません"));
 
     all_ = new QRadioButton(tr("すべて (%1 頁)").arg(pages));
     current_ = new QRadioButton(tr("現在の頁 (%1 頁)").arg(pageInSight + 1));
@@ -56,7 +58,9 @@ PrintDialog::PrintDialog(const QStringList& printers, const QString& defaultPrin
     form->addRow(scope);
     form->addRow(tr("部数："), copies_);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    buttons->button(QDialogButtonBox::Ok)->setText(tr("印刷"));
+    accept_ = buttons->button(QDialogButtonBox::Ok);
+    accept_->setText(tr("印刷"));
+    accept_->setEnabled(!printers.isEmpty());
     buttons->button(QDialogButtonBox::Cancel)->setText(tr("キャンセル"));
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -64,6 +68,10 @@ PrintDialog::PrintDialog(const QStringList& printers, const QString& defaultPrin
     whole->addLayout(form);
     whole->addWidget(buttons);
     whole->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void PrintDialog::setAcceptCaption(const QString& caption) {
+    accept_->setText(caption);
 }
 
 PrintJob PrintDialog::job() const {

@@ -6,6 +6,7 @@
 #include "qt/printing.h"
 
 class QComboBox;
+class QPushButton;
 class QRadioButton;
 class QSpinBox;
 
@@ -15,12 +16,15 @@ class PrintDialog : public QDialog {
     Q_OBJECT
 
 public:
+    // Without a printer it can only be cancelled.
     PrintDialog(const QStringList& printers, const QString& defaultPrinter, int pages, int pageInSight,
                 QWidget* parent = nullptr);
     PrintJob job() const;
+    void setAcceptCaption(const QString& caption); // else "印刷"
 
 private:
     QComboBox* printer_;
+    QPushButton* accept_;
     QRadioButton *all_, *current_, *range_;
     QSpinBox *from_, *to_, *copies_;
     int pageInSight_;

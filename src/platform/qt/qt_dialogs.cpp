@@ -4,9 +4,12 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPrinterInfo>
 #include <QPushButton>
 #include <QRegularExpression>
 
+#include "qt/page_setup_dialog.h"
+#include "qt/print_dialog.h"
 #include "qt/qt_text.h"
 
 namespace relvane::qt {
@@ -88,6 +91,11 @@ void dressBox(QMessageBox& box, const Text& text, int style, const Text& title) 
         box.setDefaultButton(QMessageBox::Yes);
         box.button(QMessageBox::Yes)->setText(QStringLiteral("はい(&Y)"));
         box.button(QMessageBox::No)->setText(QStringLiteral("いいえ(&N)"));
+    } else if ((style & buttons) == retryCancel) {
+        box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
+        box.setDefaultButton(QMessageBox::Retry);
+        box.button(QMessageBox::Retry)->setText(QStringLiteral("再試行(&R)"));
+        box.button(QMessageBox::Cancel)->setText(QStringLiteral("キャンセル"));
     } else {
         box.setStandardButtons(QMessageBox::Ok);
         box.button(QMessageBox::Ok)->setText(QStringLiteral("OK"));
@@ -105,6 +113,10 @@ int QtDialogs::MsgBox(const Text& text, int style, const Text& title) {
         return boxNo;
     case QMessageBox::Ok:
         return boxOk;
+    case QMessageBox::Retry:
+        return boxRetry;
+    case QMessageBox::Cancel:
+        return boxCancel;
     default:
         // Closed without a button: a question is not agreed to, and what has one button has one answer.
         return (style & 0x0F) == yesNo ? boxNo : boxOk;
@@ -124,6 +136,25 @@ Text QtDialogs::saveFile(const Text& filter, const Text& initialFolder, const Te
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     return runFileDialog(dialog, filter, initialFolder);
+}
+
+bool QtDialogs::PageSetupDlg(PageMargins& margins, const PageMargins& least) {
+    const OrdinaryPointer pointer;
+    PageSetupDialog dialog(margins, least, windowInFront());
+    if (dialog.exec() != QDialog::Accepted) {
+        return false;
+    }
+    margins = dialog.margins();
+    return true;
+}
+
+bool QtDialogs::PrintDlg() {
+    const OrdinaryPointer pointer;
+    constexpr int pages = 1, pageInSight = 0;
+    PrintDialog dialog(printerNames(), QPrinterInfo::defaultPrinterName(), pages, pageInSight,
+                       windowInFront());
+    dialog.setAcceptCaption(QStringLiteral("OK")); // it chooses; what is printed is for others to say
+    return dialog.exec() == QDialog::Accepted;
 }
 
 void tell(QWidget& parent, const QString& text) {

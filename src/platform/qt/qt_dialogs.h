@@ -15,6 +15,8 @@ public:
     int MsgBox(const Text& text, int style, const Text& title) override;
     Text openFile(const Text& filter, const Text& initialFolder, const Text& title) override;
     Text saveFile(const Text& filter, const Text& initialFolder, const Text& title) override;
+    bool PageSetupDlg(PageMargins& margins, const PageMargins& least) override;
+    bool PrintDlg() override;
 };
 
 // Dresses a box: plain text, the icon and the buttons of the style, Japanese on the buttons.

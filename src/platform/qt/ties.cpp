@@ -19,6 +19,7 @@
 
 #include "qt/gauge_line.h"
 #include "qt/logo_view.h"
+#include "qt/picture_view.h"
 #include "qt/qt_text.h"
 
 namespace relvane::qt {
@@ -230,9 +231,25 @@ public:
     }
 };
 
-class PictureTie : public TieOf<PictureBox, QFrame> {
+// The frame of other widgets; one that shows a picture has a tie of its own.
+class PictureBoxTie : public TieOf<PictureBox, QFrame> {
 public:
     using TieOf::TieOf;
+};
+
+class PictureTie : public TieOf<PictureBox, PictureView> {
+public:
+    using TieOf::TieOf;
+    void show() override {
+        TieOf::show();
+        if (control_.Picture.get() != shown_) {
+            shown_ = control_.Picture;
+            widget_.setPicture(shown_.get());
+        }
+    }
+
+private:
+    std::shared_ptr<const Picture> shown_;
 };
 
 class ImageTie : public TieOf<Image, LogoView> {
@@ -295,7 +312,7 @@ public:
     }
     void show() override {
         const int interval = control_.Interval;
-        if (interval == 0 || !control_.Enabled) {
+        if (interval <= 0 || !control_.Enabled) {
             clock_.stop();
         } else if (!clock_.isActive() || clock_.interval() != interval) {
             clock_.start(interval);
@@ -329,7 +346,8 @@ std::unique_ptr<Tie> makeTie(Control& control, QObject& partner, EventQueue& eve
            tieAs<TextTie, TextBox, QLineEdit>(tie, control, partner, events) ||
            tieAs<ComboTie, ComboBox, QComboBox>(tie, control, partner, events) ||
            tieAs<FrameTie, Frame, QGroupBox>(tie, control, partner, events) ||
-           tieAs<PictureTie, PictureBox, QFrame>(tie, control, partner, events) ||
+           tieAs<PictureTie, PictureBox, PictureView>(tie, control, partner, events) ||
+           tieAs<PictureBoxTie, PictureBox, QFrame>(tie, control, partner, events) ||
            tieAs<ImageTie, Image, LogoView>(tie, control, partner, events) ||
            tieAs<LineTie, Line, GaugeLine>(tie, control, partner, events) ||
            tieAs<MenuTie, MenuItem, QMenu>(tie, control, partner, events) ||

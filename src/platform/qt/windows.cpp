@@ -6,8 +6,10 @@
 #include <QStyle>
 
 #include "qt/file_drop.h"
+#include "qt/picture_view.h"
 #include "qt/shortcuts.h"
 #include "ui_frmAbout.h"
+#include "ui_frmCapture.h"
 #include "ui_frmRelvane.h"
 #include "ui_frmOut.h"
 #include "ui_frmSetUp.h"
@@ -33,7 +35,7 @@ void keepReadable(std::initializer_list<QWidget*> widgets) {
 
 } // namespace
 
-RelvaneWindow::RelvaneWindow(FrmRelvane& form, EventQueue& events) {
+RelvaneWindow::RelvaneWindow(FrmRelvane& form, EventQueue& events) : form_(form), events_(events) {
     Ui::frmRelvane ui;
     ui.setupUi(this);
     keepReadable(
@@ -51,10 +53,10 @@ RelvaneWindow::RelvaneWindow(FrmRelvane& form, EventQueue& events) {
 RelvaneWindow::~RelvaneWindow() = default;
 
 void RelvaneWindow::comeForward() {
+    events_.fire([this] { form_.Show(); });
     if (isMinimized()) {
         showNormal();
     }
-    show();
     raise();
     activateWindow();
 }
@@ -91,5 +93,15 @@ OutWindow::~OutWindow() = default;
 }
 
 AboutWindow::~AboutWindow() = default;
+
+CaptureWindow::CaptureWindow(QWidget& above, FrmCapture& form, EventQueue& events)
+    : QMainWindow(&above, aboveAnother | Qt::WindowMaximizeButtonHint) {
+    Ui::frmCapture ui;
+    ui.setupUi(this);
+    binder_ = std::make_unique<Binder>(*this, form, events);
+    connect(ui.picWk, &PictureView::pictureChanged, this, [this] { binder_->fitToContents(); });
+}
+
+CaptureWindow::~CaptureWindow() = default;
 
 } // namespace relvane::qt

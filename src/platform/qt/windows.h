@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <memory>
 
+#include "capture/frm_capture.h"
 #include "core/frm_relvane.h"
 #include "output/frm_set_up.h"
 #include "output/frm_out.h"
@@ -21,10 +22,12 @@ public:
     RelvaneWindow(FrmRelvane& form, EventQueue& events);
     ~RelvaneWindow() override;
 
-    // Brings the window to the front, also from the task bar.
+    // Shows the window, which a command may have left hidden, and brings it to the front, also from the task bar.
     void comeForward();
 
 private:
+    FrmRelvane& form_;
+    EventQueue& events_;
     std::unique_ptr<Binder> binder_;
 };
 
@@ -71,6 +74,18 @@ private:
 public:
     AboutWindow(QWidget& above, FrmAbout& form, EventQueue& events);
     ~AboutWindow() override;
+
+private:
+    std::unique_ptr<Binder> binder_;
+};
+
+// The viewer of a captured form, as large as its picture; stays above the main window.
+class CaptureWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    CaptureWindow(QWidget& above, FrmCapture& form, EventQueue& events);
+    ~CaptureWindow() override;
 
 private:
     std::unique_ptr<Binder> binder_;
