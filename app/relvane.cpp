@@ -22,6 +22,7 @@
 #include "qt/qt_text.h"
 #include "qt/single_instance.h"
 #include "qt/windows.h"
+#include "spreadsheet/service.h"
 #include "sqlite/work_store.h"
 #include "system/link_map_file.h"
 #include "system/linux_files.h"
@@ -156,6 +157,9 @@ int run(QApplication& application, const CommandLine& line) {
     platform.copyFile =
         shellCopy(dialogs, [](const Text& from, const Text& to) { openWorkStore(from)->copyTo(to); });
     platform.newTargetApplication = [resolveLink] { return access::newTargetApplication(resolveLink); };
+    platform.newSpreadsheet = [folder] {
+        return spreadsheet::newSpreadsheet({.folder = folder, .windows = true});
+    };
     platform.newReportApplication = [&system] {
         return std::make_shared<qt::PreviewApplication>(
             qt::PreviewServices{.openWorkStore = openWorkStore, .now = [&system] { return system.now(); }});

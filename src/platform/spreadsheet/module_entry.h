@@ -5,7 +5,7 @@
 
 namespace relvane::spreadsheet {
 
-using ModuleEntry = std::shared_ptr<Application>(const ServiceOptions& options);
+using ModuleEntry = Application*(const ServiceOptions& options); // the caller owns it
 inline constexpr const char* moduleEntryName = "relvaneNewSpreadsheet";
 
 } // namespace relvane::spreadsheet

@@ -36,7 +36,7 @@ std::shared_ptr<Application> newSpreadsheet(const ServiceOptions& options,
     if (!std::filesystem::exists(module)) {
         fail(u"この環境にはインストールされていません。");
     }
-    return entryOf(module)(options);
+    return std::shared_ptr<Application>(entryOf(module)(options));
 }
 
 } // namespace relvane::spreadsheet
