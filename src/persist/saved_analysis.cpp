@@ -101,6 +101,7 @@ void restorePanel(AnalysisContext& context, const Panel& panel) {
     (form.*panel.options).set(done - 1);
     context.*panel.option = done;
     (form.*panel.preview).Enabled = true;
+    (form.*panel.preview).parent()->Enabled = true; // some frames are closed until a target is selected
     if (panel.scope != nullptr) {
         (form.*panel.scope->buttons).set(context.*panel.scope->selected - 1);
     }

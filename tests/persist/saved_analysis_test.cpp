@@ -409,7 +409,7 @@ TEST_F(SavedAnalysis, EveryPanelThatWasAnalysedComesBack) {
     for (const Panel& panel : panels()) {
         EXPECT_EQ((form().*panel.options).chosen(), 1);
         EXPECT_EQ(context().*panel.option, 2);
-        EXPECT_TRUE((form().*panel.preview).Enabled);
+        EXPECT_TRUE((form().*panel.preview).isUsable());
         if (panel.scope != nullptr) {
             EXPECT_EQ((form().*panel.scope->buttons).chosen(), 1);
         }
