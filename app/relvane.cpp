@@ -176,6 +176,7 @@ int run(QApplication& application, const CommandLine& line) {
     qt::RelvaneWindow window(desk.frmRelvane, events);
     const qt::SetUpWindow setUp(window, desk.frmSetUp, events);
     const qt::SienWindow sien(window, desk.frmSien, events);
+    const qt::BatchWindow batch(window, desk.frmBatch, events);
     const qt::OutWindow out(window, desk.frmOut, events);
     const qt::AboutWindow about(window, desk.frmAbout, events);
     const qt::CaptureWindow capture(window, desk.frmCapture, events);

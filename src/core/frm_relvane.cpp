@@ -3,10 +3,6 @@
 namespace relvane {
 
 FrmRelvane::FrmRelvane() : Form("frmRelvane", Text(programTitle)) {
-    // Analyses and windows to come.
-    for (Control* later : std::initializer_list<Control*>{&m6}) {
-        later->Visible = false;
-    }
     // Their use begins with a selection.
     for (Frame* frame : {&framMacro, &framControl, &framETC}) {
         frame->Enabled = false;

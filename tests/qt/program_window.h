@@ -44,6 +44,7 @@ struct Program {
     std::unique_ptr<RelvaneWindow> window;
     std::unique_ptr<SetUpWindow> setUp;
     std::unique_ptr<SienWindow> sien;
+    std::unique_ptr<BatchWindow> batch;
     std::unique_ptr<OutWindow> out;
     std::unique_ptr<AboutWindow> about;
 
@@ -77,6 +78,7 @@ struct Program {
         window = std::make_unique<RelvaneWindow>(desk->frmRelvane, *events);
         setUp = std::make_unique<SetUpWindow>(*window, desk->frmSetUp, *events);
         sien = std::make_unique<SienWindow>(*window, desk->frmSien, *events);
+        batch = std::make_unique<BatchWindow>(*window, desk->frmBatch, *events);
         out = std::make_unique<OutWindow>(*window, desk->frmOut, *events);
         about = std::make_unique<AboutWindow>(*window, desk->frmAbout, *events);
         events->fire([this] { desk->start({}); });
@@ -84,6 +86,7 @@ struct Program {
     ~Program() {
         about.reset();
         out.reset();
+        batch.reset();
         sien.reset();
         setUp.reset();
         window.reset();

@@ -9,9 +9,10 @@
 #include "qt/picture_view.h"
 #include "qt/shortcuts.h"
 #include "ui_frmAbout.h"
+#include "ui_frmBatch.h"
 #include "ui_frmCapture.h"
-#include "ui_frmRelvane.h"
 #include "ui_frmOut.h"
+#include "ui_frmRelvane.h"
 #include "ui_frmSetUp.h"
 #include "ui_frmSien.h"
 
@@ -78,7 +79,15 @@ SienWindow::SienWindow(QWidget& above, FrmSien& form, EventQueue& events) : QWid
 
 SienWindow::~SienWindow() = default;
 
-AboutWindow::AboutWindow(QWidget& above, FrmAbout& form, EventQueue& events) : QWidget(&above, aboveAnother) {
+BatchWindow::BatchWindow(QWidget& above, FrmBatch& form, EventQueue& events) : QWidget(&above, aboveAnother) {
+    Ui::frmBatch ui;
+    ui.setupUi(this);
+    keepReadable({ui.txtMesege, ui.lblPer, ui.Label19, ui.Label20, ui.Label21, ui.linGuage});
+    binder_ = std::make_unique<Binder>(*this, form, events);
+}
+
+BatchWindow::~BatchWindow() = default;
+
 OutWindow::OutWindow(QWidget& above, FrmOut& form, EventQueue& events) : QWidget(&above, aboveAnother) {
     Ui::frmOut ui;
     ui.setupUi(this);
@@ -87,6 +96,7 @@ OutWindow::OutWindow(QWidget& above, FrmOut& form, EventQueue& events) : QWidget
 
 OutWindow::~OutWindow() = default;
 
+AboutWindow::AboutWindow(QWidget& above, FrmAbout& form, EventQueue& events) : QWidget(&above, aboveAnother) {
     Ui::frmAbout ui;
     ui.setupUi(this);
     binder_ = std::make_unique<Binder>(*this, form, events);

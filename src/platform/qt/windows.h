@@ -6,8 +6,9 @@
 
 #include "capture/frm_capture.h"
 #include "core/frm_relvane.h"
-#include "output/frm_set_up.h"
 #include "output/frm_out.h"
+#include "output/frm_set_up.h"
+#include "persist/frm_batch.h"
 #include "qt/binder.h"
 #include "support/frm_about.h"
 #include "support/frm_sien.h"
@@ -55,9 +56,18 @@ private:
     std::unique_ptr<Binder> binder_;
 };
 
-// The about box.
-class AboutWindow : public QWidget {
+// The batch; stays above the main window.
+class BatchWindow : public QWidget {
     Q_OBJECT
+
+public:
+    BatchWindow(QWidget& above, FrmBatch& form, EventQueue& events);
+    ~BatchWindow() override;
+
+private:
+    std::unique_ptr<Binder> binder_;
+};
+
 // The outputs; stays above the main window.
 class OutWindow : public QWidget {
     Q_OBJECT
@@ -70,6 +80,9 @@ private:
     std::unique_ptr<Binder> binder_;
 };
 
+// The about box.
+class AboutWindow : public QWidget {
+    Q_OBJECT
 
 public:
     AboutWindow(QWidget& above, FrmAbout& form, EventQueue& events);
