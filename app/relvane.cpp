@@ -10,6 +10,7 @@
 
 #include "access/target_application.h"
 #include "desk/desk.h"
+#include "formview/form_painter.h"
 #include "jet/open_database.h"
 #include "platform/native_path.h"
 #include "platform/runtime_error.h"
@@ -156,7 +157,9 @@ int run(QApplication& application, const CommandLine& line) {
     platform.openWorkStore = openWorkStore;
     platform.copyFile =
         shellCopy(dialogs, [](const Text& from, const Text& to) { openWorkStore(from)->copyTo(to); });
-    platform.newTargetApplication = [resolveLink] { return access::newTargetApplication(resolveLink); };
+    platform.newTargetApplication = [resolveLink] {
+        return access::newTargetApplication(resolveLink, formview::newFormPainter);
+    };
     platform.newSpreadsheet = [folder] {
         return spreadsheet::newSpreadsheet({.folder = folder, .windows = true});
     };

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "access/target_application.h"
+#include "formview/form_painter.h"
 #include "jet/open_database.h"
 #include "platform/native_path.h"
 #include "sqlite/work_store.h"
@@ -27,7 +28,9 @@ Session::Session(const std::filesystem::path& programFolder, ReportOutput report
     platform_.openWorkStore = [](const Text& path) { return openWorkStore(path); };
     platform_.copyFile =
         shellCopy(dialogs, [](const Text& from, const Text& to) { openWorkStore(from)->copyTo(to); });
-    platform_.newTargetApplication = [resolveLink] { return access::newTargetApplication(resolveLink); };
+    platform_.newTargetApplication = [resolveLink] {
+        return access::newTargetApplication(resolveLink, formview::newFormPainter);
+    };
     platform_.newReportApplication = [reports = std::move(reports)] { return newReportApplication(reports); };
     if (progress_) {
         dialogs.beforeWriting = [this] { clearGauge(); };

@@ -108,8 +108,8 @@ void FrmCapture::m5_Click() {
 
 void FrmCapture::close() {
     need(context_.platform.clipboard).Clear();
-    picWk.Picture = nullptr;
     Unload();
+    picWk.Picture = nullptr;
 }
 
 } // namespace relvane

@@ -1,0 +1,195 @@
+// A form of the sample is pictured, looked at in the viewer, saved and copied, as a person does it.
+#include <QAbstractScrollArea>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QScreen>
+#include <QScrollBar>
+
+#include "formview/form_painter.h"
+#include "platform/native_path.h"
+#include "program_window.h"
+#include "qt/picture_view.h"
+#include "qt/qt_clipboard.h"
+
+using namespace relvane;
+using namespace relvane::qt;
+
+namespace {
+
+Picture plain(int width, int height, std::uint32_t colour) {
+    const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    return {width, height, std::vector<std::uint32_t>(count, colour)};
+}
+
+} // namespace
+
+class CaptureWindowTest : public QObject {
+    Q_OBJECT
+
+    std::filesystem::path home_ = std::filesystem::current_path();
+    QtClipboard clipboard_;
+    std::unique_ptr<Program> program_;
+    std::unique_ptr<CaptureWindow> viewer_;
+
+    FrmRelvane& form() { return program_->desk->frmRelvane; }
+    FrmCapture& viewerForm() { return program_->desk->frmCapture; }
+    PictureView* shown() { return viewer_->findChild<PictureView*>(QStringLiteral("picWk")); }
+    QAction* entry(const char* name) { return viewer_->findChild<QAction*>(QLatin1String(name)); }
+    void capture() { QTest::mouseClick(program_->get<QPushButton>("cmdFmImage"), Qt::LeftButton); }
+    void captureAndWait() {
+        capture();
+        QTRY_VERIFY_WITH_TIMEOUT(viewer_->isVisible(), 10000);
+    }
+    void show(const Picture& picture) {
+        clipboard_.SetData(picture);
+        program_->events->fire([this] { viewerForm().Show(); });
+        QVERIFY(QTest::qWaitForWindowExposed(viewer_.get()));
+        QCoreApplication::processEvents(); // what the desktop says to the window it has shown
+    }
+
+private slots:
+    void init() {
+        program_ = std::make_unique<Program>();
+        program_->platform.clipboard = &clipboard_;
+        program_->platform.newTargetApplication = [] {
+            return access::newTargetApplication({}, formview::newFormPainter);
+        };
+        viewer_ =
+            std::make_unique<CaptureWindow>(*program_->window, program_->desk->frmCapture, *program_->events);
+        QVERIFY(QTest::qWaitForWindowActive(program_->window.get()));
+        QVERIFY(program_->select());
+        program_->get<QLineEdit>("txtCapTime")->setText(QString());
+        QTest::keyClicks(program_->get<QLineEdit>("txtCapTime"), QStringLiteral("1"));
+        clipboard_.Clear();
+    }
+
+    void cleanup() {
+        viewer_.reset();
+        program_.reset();
+        std::filesystem::current_path(home_); // start-up changes it
+    }
+
+    void theWindowsGoAndComeAroundTheWait() {
+        QVERIFY(program_->get<QPushButton>("cmdFmImage")->isVisible());
+        capture();
+        QVERIFY(!program_->window->isVisible());
+        QVERIFY(!viewer_->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(viewer_->isVisible(), 10000);
+        QVERIFY(program_->window->isVisible());
+        QVERIFY(program_->person.boxes.empty());
+        QCOMPARE(static_cast<int>(form().Timer2.Interval), 0);
+    }
+
+    void theViewerShowsThePictureThatTheClipboardHolds() {
+        captureAndWait();
+        const QImage pasted = QGuiApplication::clipboard()->image();
+        QVERIFY(pasted.width() > 100);
+        QVERIFY(pasted.height() > 40);
+        QCOMPARE(shown()->image(), pasted.convertToFormat(QImage::Format_RGB32));
+        QCOMPARE(shown()->size(), pasted.size());
+        QVERIFY(!viewer_->findChild<PictureView*>(QStringLiteral("picWk2"))->isVisible());
+    }
+
+    void theViewerSavesWhatItShowsAsABitmap() {
+        captureAndWait();
+        program_->person.file = textOfNativePath((program_->folder / "form.BMP").string());
+        entry("m4")->trigger();
+        QVERIFY(program_->person.boxes.empty());
+        const QImage saved(QString::fromStdString((program_->folder / "form.bmp").string()), "BMP");
+        QVERIFY(!saved.isNull());
+        QCOMPARE(saved.convertToFormat(QImage::Format_RGB32), shown()->image());
+        QVERIFY(!std::filesystem::exists(program_->folder / "form.BMP"));
+    }
+
+    void designViewIsAnotherPicture() {
+        captureAndWait();
+        const QImage inUse = shown()->image();
+        program_->get<QCheckBox>("chkCapKbn")->click();
+        captureAndWait();
+        QVERIFY(!shown()->image().isNull());
+        QVERIFY(shown()->image() != inUse);
+    }
+
+    void closingTheViewerClearsTheClipboard() {
+        captureAndWait();
+        entry("m5")->trigger();
+        QVERIFY(!viewer_->isVisible());
+        QVERIFY(QGuiApplication::clipboard()->image().isNull());
+        captureAndWait();
+        viewer_->close();
+        QVERIFY(!viewer_->isVisible());
+        QVERIFY(QGuiApplication::clipboard()->image().isNull());
+        QVERIFY(program_->window->isVisible());
+    }
+
+    void anEmptyClipboardShowsAnEmptyWindowWithItsMenus() {
+        program_->events->fire([this] { viewerForm().Show(); });
+        QVERIFY(viewer_->isVisible());
+        QVERIFY(shown()->image().isNull());
+        QVERIFY(viewer_->width() >= viewer_->menuBar()->sizeHint().width());
+        QVERIFY(viewer_->height() > 100);
+    }
+
+    void theWindowIsAsLargeAsItsPicture() {
+        for (const QSize size : {QSize(500, 300), QSize(640, 420), QSize(400, 250)}) {
+            show(plain(size.width(), size.height(), 0x336699));
+            QTRY_COMPARE(viewer_->centralWidget()->size(), size);
+            for (const QScrollBar* bar : viewer_->findChildren<QScrollBar*>()) {
+                QVERIFY(!bar->isVisible());
+            }
+            entry("m5")->trigger();
+        }
+    }
+
+    void aPictureLargerThanTheScreenScrolls() {
+        show(plain(3000, 2000, 0x336699));
+        const QRect room = viewer_->screen()->availableGeometry();
+        QVERIFY(room.contains(viewer_->geometry()));
+        const auto* const area = qobject_cast<QAbstractScrollArea*>(viewer_->centralWidget());
+        QTRY_VERIFY(area->horizontalScrollBar()->isVisible());
+        QVERIFY(area->verticalScrollBar()->isVisible());
+        QCOMPARE(shown()->size(), QSize(3000, 2000));
+        entry("m5")->trigger();
+        show(plain(400, 250, 0x336699)); // and is small again for the next
+        QTRY_COMPARE(viewer_->centralWidget()->size(), QSize(400, 250));
+    }
+
+    void aPictureThatIsOnlyWideHasOneScrollBar() {
+        show(plain(3000, 200, 0x336699));
+        const auto* const area = qobject_cast<QAbstractScrollArea*>(viewer_->centralWidget());
+        QTRY_VERIFY(area->horizontalScrollBar()->isVisible());
+        QVERIFY(!area->verticalScrollBar()->isVisible());
+    }
+
+    void aMainWindowThatWasLeftHiddenComesBackWhenItIsAskedFor() {
+        QTest::keyClick(program_->get<QLineEdit>("txtCapTime"), Qt::Key_Backspace);
+        capture(); // a time that cannot be read
+        QCOMPARE(program_->person.boxes.size(), std::size_t{1});
+        QVERIFY(!program_->window->isVisible());
+        program_->window->comeForward();
+        QVERIFY(program_->window->isVisible());
+        QVERIFY(form().Visible);
+        form().txtMesege.Caption = u"まだ見えている"; // nothing hides it again
+        QVERIFY(program_->window->isVisible());
+        QVERIFY(program_->get<QPushButton>("cmdFmImage")->isEnabled());
+    }
+
+    void theClipboardGivesBackWhatWasPut() {
+        Picture picture = plain(3, 2, 0x102030);
+        picture.at(2, 1) = 0xFFFFFF;
+        clipboard_.SetData(picture);
+        const Picture back = clipboard_.GetData();
+        QCOMPARE(back.width, 3);
+        QCOMPARE(back.height, 2);
+        QVERIFY(back.pixels == picture.pixels);
+        clipboard_.Clear();
+        QVERIFY(clipboard_.GetData().isEmpty());
+        QGuiApplication::clipboard()->setText(QStringLiteral("文字"));
+        QVERIFY(clipboard_.GetData().isEmpty());
+    }
+};
+
+RELVANE_WINDOW_TEST(CaptureWindowTest)
+#include "capture_window_test.moc"
