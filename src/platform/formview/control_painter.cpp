@@ -461,9 +461,12 @@ void drawControl(Scene& scene, QPoint origin, const DesignObject& control) {
     if (!isShown(scene, control)) {
         return;
     }
+    const QRect box = boxOf(control).translated(origin);
+    constexpr int beside = 8; // for shadows and wide lines
+    const QRectF around = QRectF(box.normalized()).adjusted(-beside, -beside, beside, beside);
     const auto* painter = std::ranges::find(painters, control.type(), &Painter::type);
-    if (painter != std::end(painters)) {
-        painter->draw({scene, control, boxOf(control).translated(origin), lookOf(control)});
+    if (painter != std::end(painters) && around.intersects(scene.painter.clipBoundingRect())) {
+        painter->draw({scene, control, box, lookOf(control)});
     }
     const DesignObject* front = control.type() == DesignType::Tab ? frontPage(control) : nullptr;
     for (const DesignObject* child : control.children()) {

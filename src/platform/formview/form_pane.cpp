@@ -312,7 +312,7 @@ Text formOf(const DesignObject& subform) {
 void drawSubformInside(Scene& scene, const DesignObject& control, QRect box) {
     const Text name = formOf(control);
     scene.painter.fillRect(box, Qt::white);
-    if (name.empty() || scene.depth >= deepestSubform) {
+    if (name.empty() || scene.depth >= deepestSubform || --scene.target.subformsLeft < 0) {
         return;
     }
     std::shared_ptr<const access::Design> design;

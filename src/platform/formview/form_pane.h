@@ -16,6 +16,8 @@ FormShape shapeOf(const access::Design& design);
 // Access 97 opens a form within a form within a form; a chain of more, a circle as well, ends there.
 constexpr int deepestSubform = 2;
 
+constexpr int mostSubforms = 200; // in one picture
+
 // A form and the records that it stands on.
 class FormPane {
 public:

@@ -6,13 +6,17 @@ namespace relvane::formview {
 
 FormTarget::FormTarget(dao::Database& database) : designs_(jet::fileOf(database)), records_(database) {}
 
-std::shared_ptr<const access::Design> FormTarget::design(const Text& form) const {
+std::shared_ptr<const access::Design> FormTarget::design(const Text& form) {
     constexpr int formNotFound = 2102;
     const access::DesignDocument* document = designs_.find(access::DesignKind::Form, form);
     if (document == nullptr) {
         throw RunTimeError(formNotFound, u"フォームが見つかりません。 (" + form + u")");
     }
-    return designs_.design(*document);
+    std::shared_ptr<const access::Design>& design = read_[upperCase(form)];
+    if (design == nullptr) {
+        design = designs_.design(*document);
+    }
+    return design;
 }
 
 const Records* FormTarget::list(const Text& rowSource) {

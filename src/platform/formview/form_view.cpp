@@ -59,6 +59,7 @@ Picture FormView::draw(const Text& form, const FormViewOptions& options) {
         requireOpens(form);
         pane.emplace(*target_, *design);
     }
+    target_->subformsLeft = mostSubforms;
     const WindowFrame frame = frameOf(design->root(), form, options.design);
     const QMargins margins = options.wholeWindow ? frame.margins() : QMargins();
     const QSize client = saneSize(pane ? pane->naturalSize() : designerSize(*design));

@@ -1,0 +1,175 @@
+#include <gmock/gmock.h>
+
+#include "drawn_target.h"
+#include "formview/record_source.h"
+#include "formview/value_format.h"
+#include "platform/runtime_error.h"
+
+namespace relvane::formview {
+namespace {
+
+using testing::ElementsAre;
+
+const Value date = DateTime{1998, 4, 1, 9, 5, 7};
+
+TEST(Formats, OfNumbersFollowTheirNames) {
+    EXPECT_EQ(formattedValue(Currency{12345678}, u"Currency"), u"¥1,235");
+    EXPECT_EQ(formattedValue(Currency{-12345678}, u"Currency", 2), u"-¥1,234.57");
+    EXPECT_EQ(formattedValue(0.256, u"Percent"), u"25.60%");
+    EXPECT_EQ(formattedValue(0.256, u"Percent", 0), u"26%");
+    EXPECT_EQ(formattedValue(1234.5, u"Standard"), u"1,234.50");
+    EXPECT_EQ(formattedValue(1234.5, u"Fixed"), u"1234.50");
+    EXPECT_EQ(formattedValue(1234.5, u"General Number"), u"1234.5");
+    EXPECT_EQ(formattedValue(12345.0, u"Scientific"), u"1.23E+04");
+}
+
+TEST(Formats, OfNumbersMayBePatternsWithSections) {
+    constexpr TextView pattern = u"$#,##0.00;($#,##0.00)";
+    EXPECT_EQ(formattedValue(Currency{180000}, pattern), u"$18.00");
+    EXPECT_EQ(formattedValue(Currency{-12345600}, pattern), u"($1,234.56)");
+    EXPECT_EQ(formattedValue(std::int64_t{7}, u"000"), u"007");
+    EXPECT_EQ(formattedValue(1.5, u"0.0##\"個\""), u"1.5個");
+    EXPECT_EQ(formattedValue(std::int64_t{0}, u"#;-#;\"なし\";\"未定\""), u"なし");
+    EXPECT_EQ(formattedValue(Null{}, u"#;-#;\"なし\";\"未定\""), u"未定");
+    EXPECT_EQ(formattedValue(std::int64_t{-5}, u"0;[赤]-0"), u"-5");
+}
+
+TEST(Formats, OfDatesAreThoseOfAJapaneseSystem) {
+    EXPECT_EQ(formattedValue(date, u""), u"98/04/01 9:05:07");
+    EXPECT_EQ(formattedValue(date, u"Short Date"), u"98/04/01");
+    EXPECT_EQ(formattedValue(date, u"Medium Date"), u"98-04-01");
+    EXPECT_EQ(formattedValue(date, u"Long Date"), u"1998年4月1日");
+    EXPECT_EQ(formattedValue(date, u"Short Time"), u"09:05");
+    EXPECT_EQ(formattedValue(date, u"Medium Time"), u"午前 09:05");
+    EXPECT_EQ(formattedValue(date, u"Long Time"), u"9:05:07");
+    EXPECT_EQ(formattedValue(DateTime{1998, 4, 1, 0, 0, 0}, u""), u"98/04/01");
+    EXPECT_EQ(formattedValue(date, u"yyyy/mm/dd hh:mm"), u"1998/04/01 09:05");
+    EXPECT_EQ(formattedValue(date, u"ggge年m月d日(aaa)"), u"平成10年4月1日(水)");
+    EXPECT_EQ(formattedValue(DateTime{1989, 1, 7, 0, 0, 0}, u"ge.m.d"), u"S64.1.7");
+}
+
+TEST(Formats, OfTruthsAndTexts) {
+    EXPECT_EQ(formattedValue(true, u"Yes/No"), u"Yes");
+    EXPECT_EQ(formattedValue(false, u"On/Off"), u"Off");
+    EXPECT_EQ(formattedValue(Text(u"abc"), u">"), u"ABC");
+    EXPECT_EQ(formattedValue(Text(u"1000001"), u"@@@-@@@@"), u"100-0001");
+    EXPECT_EQ(formattedValue(Text(u"abc"), u""), u"abc");
+    EXPECT_EQ(formattedValue(Bytes{1}, u""), u"");
+}
+
+const std::string orders = R"text(database
+  code-page 932
+table 客
+  column 番号 long
+  column 名前 text 40
+  column 備考 memo
+  index 主 primary 番号
+  row 2 乙 "二番"
+  row 1 甲 "一番"
+  row 3 丙 -
+table 注文
+  column 注文番号 long
+  column 客番号 long
+  column 金額 currency
+  column 日付 date
+  row 10 1 100 1998-04-01
+  row 11 2 300 1998-04-02
+  row 12 1 200 1998-04-03
+query 客の注文 select
+  from 客
+  from 注文
+  field "客.名前"
+  field "注文.*"
+  join inner 客 注文 "客.番号 = 注文.客番号"
+  where "注文.金額 >= 150"
+query 合計 select
+  from 注文
+  field "Sum(注文.金額)" as 計
+query 他の画面 select
+  from 客
+  field "客.名前"
+  where "客.番号 = [Forms]![主画面]![番号]"
+query 間接 select
+  from 他の画面
+  field "他の画面.名前"
+)text";
+
+class RecordSources : public testing::Test {
+protected:
+    // The values of the first column, Null as "-"; "?" when the source is not understood.
+    std::vector<Text> column(TextView source, Wanted wanted = {.rows = 100}) {
+        const auto records = RecordSource(target_.database()).records(source, wanted);
+        if (!records) {
+            return {u"?"};
+        }
+        std::vector<Text> values;
+        for (const auto& row : records->rows) {
+            values.push_back(std::holds_alternative<Null>(row.front()) ? Text(u"-") : toText(row.front()));
+        }
+        return values;
+    }
+
+    test::DrawnTarget target_{orders};
+};
+
+TEST_F(RecordSources, ATableGivesItsRowsInTheOrderOfItsKey) {
+    EXPECT_THAT(column(u"客"), ElementsAre(u"1", u"2", u"3"));
+    EXPECT_THAT(column(u"[客]"), ElementsAre(u"1", u"2", u"3"));
+}
+
+TEST_F(RecordSources, NoMoreRowsThanWantedAreHandedOutButAllAreCounted) {
+    const auto records = RecordSource(target_.database()).records(u"客", {.rows = 1});
+    ASSERT_TRUE(records);
+    EXPECT_EQ(records->rows.size(), 1U);
+    EXPECT_EQ(records->total, 3U);
+}
+
+TEST_F(RecordSources, LongTextsComeWithTheirRowsAlsoWhenSorted) {
+    EXPECT_THAT(column(u"SELECT 備考 FROM 客 ORDER BY 番号 DESC"), ElementsAre(u"-", u"二番", u"一番"));
+}
+
+TEST_F(RecordSources, ASelectionJoinsByEqualFieldsAndComparesWithConstants) {
+    EXPECT_THAT(column(u"客の注文"), ElementsAre(u"甲", u"乙"));
+    EXPECT_THAT(column(u"SELECT 注文番号 FROM 客の注文 ORDER BY 金額"), ElementsAre(u"12", u"11"));
+    EXPECT_THAT(column(u"SELECT 注文番号 FROM 注文 WHERE 日付 Between #4/2/98# And #4/3/98#;"),
+                ElementsAre(u"11", u"12"));
+}
+
+TEST_F(RecordSources, AnOuterJoinKeepsTheRowsOfItsSide) {
+    EXPECT_THAT(column(u"SELECT 注文.注文番号, 客.名前 FROM 客 LEFT JOIN 注文 ON 客.番号 = 注文.客番号 ORDER "
+                       u"BY 客.番号"),
+                ElementsAre(u"10", u"12", u"11", u"-"));
+    EXPECT_THAT(column(u"SELECT 名前 FROM 注文 RIGHT JOIN 客 ON 注文.客番号 = 客.番号"), testing::SizeIs(4));
+}
+
+TEST_F(RecordSources, TextsPutTogetherAreComputedAndOtherExpressionsAreBlank) {
+    EXPECT_THAT(column(u"SELECT 名前 & \"様\" AS 宛名 FROM 客"), ElementsAre(u"甲様", u"乙様", u"丙様"));
+    EXPECT_THAT(column(u"SELECT 金額*2 AS 倍, 注文番号 FROM 注文"), ElementsAre(u"-", u"-", u"-"));
+}
+
+TEST_F(RecordSources, RowsThatAreAlikeAreToldApartByDistinctAlone) {
+    EXPECT_THAT(column(u"SELECT DISTINCT 客番号 FROM 注文"), ElementsAre(u"1", u"2"));
+    EXPECT_THAT(column(u"SELECT 客番号 FROM 注文"), testing::SizeIs(3));
+    EXPECT_THAT(column(u"SELECT TOP 1 客番号 FROM 注文"), testing::SizeIs(1));
+}
+
+TEST_F(RecordSources, WhatNeedsAQueryEngineIsNotUnderstood) {
+    EXPECT_THAT(column(u"SELECT 注文番号 FROM 注文 WHERE 金額 > 1 OR 金額 < 5"), ElementsAre(u"?"));
+    EXPECT_THAT(column(u"SELECT 注文番号 FROM 注文 WHERE Year(日付) = 1998"), ElementsAre(u"?"));
+    EXPECT_THAT(column(u"SELECT 客番号 FROM 注文 GROUP BY 客番号"), ElementsAre(u"?"));
+    EXPECT_THAT(column(u"SELECT a FROM b UNION SELECT c FROM d"), ElementsAre(u"?"));
+    EXPECT_THAT(column(u"無い表"), ElementsAre(u"?"));
+    EXPECT_THAT(column(u"SELECT"), ElementsAre(u"?"));
+    EXPECT_THAT(column(u""), ElementsAre(u"?"));
+}
+
+TEST_F(RecordSources, FormsAreFoundBelowTheQueriesToo) {
+    const RecordSource source(target_.database());
+    EXPECT_THAT(source.formsNamedBy(u"間接"), ElementsAre(u"主画面"));
+    EXPECT_THAT(source.formsNamedBy(u"SELECT * FROM 客 WHERE 番号 = Forms!別画面!番号"),
+                ElementsAre(u"別画面"));
+    EXPECT_THAT(source.formsNamedBy(u"客"), testing::IsEmpty());
+}
+
+} // namespace
+} // namespace relvane::formview
