@@ -94,7 +94,7 @@ QStringList piecesOf(const QString& text) {
 QString sourcesOfMessages() {
     QString sources;
     for (const char* folder : {"src/core", "src/output", "src/objects", "src/code", "src/support",
-                               "src/persist", "src/desk", "src/platform/qt", "app"}) {
+                               "src/persist", "src/capture", "src/desk", "src/platform/qt", "app"}) {
         for (const QString& path : filesOf(folder, "*.cpp")) {
             if (!path.endsWith(QLatin1String("error_report.cpp")) &&
                 !path.endsWith(QLatin1String("panel_events.cpp")) &&   // hints are read off the panel
