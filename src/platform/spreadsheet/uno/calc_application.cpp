@@ -198,10 +198,17 @@ CalcApplication::Document CalcApplication::document() const {
 
 CalcApplication::View CalcApplication::view() const {
     document();
+    constexpr std::chrono::milliseconds patience = 5s, pause = 25ms;
     View view(workbook_->getCurrentController(), UNO_QUERY);
     if (!view.is()) {
         dispatch(".uno:ClosePreview");
-        view.set(workbook_->getCurrentController(), UNO_QUERY_THROW);
+    }
+    for (auto waited = 0ms; !view.is() && waited < patience; waited += pause) { // it goes in its own time
+        std::this_thread::sleep_for(pause);
+        view.set(workbook_->getCurrentController(), UNO_QUERY);
+    }
+    if (!view.is()) {
+        refuse(u"印刷ﾌﾟﾚﾋﾞｭｰを閉じられません。");
     }
     return view;
 }
@@ -356,11 +363,13 @@ void CalcApplication::AutoFitRows(const Text& rows) {
 }
 
 void CalcApplication::AutoFitColumns(const Text& columns) {
+    const std::size_t colon = columns.find(u':');
+    if (colon == Text::npos) {
+        refuse(columns);
+    }
+    const Text firstRow = columns.substr(0, colon) + u"1:" + columns.substr(colon + 1) + u"1";
     call([&] {
-        // The first row of them: "A1:F1".
-        Text address = columns + u"1";
-        address.insert(std::min(columns.find(u':'), columns.size()), u"1");
-        const Reference<css::table::XColumnRowRange> cells(range(address), UNO_QUERY_THROW);
+        const Reference<css::table::XColumnRowRange> cells(range(firstRow), UNO_QUERY_THROW);
         propertiesOf(cells->getColumns())->setPropertyValue("OptimalWidth", Any(true));
     });
 }
