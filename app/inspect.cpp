@@ -143,6 +143,9 @@ private:
                 writeField(field);
                 number("attributes", field.Attributes());
                 number("ordinal", field.OrdinalPosition());
+                if (const Text expression = field.Expression(); !expression.empty()) {
+                    member("expression", expression);
+                }
                 member("required", field.Required());
                 member("validationRule", field.ValidationRule());
                 member("validationText", field.ValidationText());
@@ -221,15 +224,10 @@ private:
         member("properties", [&] { writeProperties(document.Properties()); });
     }
 
-    // Null stands for designs that a newer Access keeps in a store of its own.
     void writeDesigns() {
         const access::DesignSource source(jet::fileOf(database_));
         const auto write = [&](const char* name, const std::vector<access::DesignDocument>& documents) {
             json_.key(name);
-            if (!source.canRead()) {
-                json_.null();
-                return;
-            }
             json_.beginArray();
             for (const access::DesignDocument& document : documents) {
                 json_.beginObject();
@@ -259,14 +257,9 @@ private:
         json_.endArray();
     }
 
-    // Null as for designs.
     void writeMacros() {
         const access::MacroSource source(jet::fileOf(database_));
         json_.key("macros");
-        if (!source.canRead()) {
-            json_.null();
-            return;
-        }
         json_.beginArray();
         for (const access::MacroDocument& macro : source.macros()) {
             json_.beginObject();

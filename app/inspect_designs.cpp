@@ -2,6 +2,7 @@
 
 #include "access/design_data.h"
 #include "access/model_class.h"
+#include "inspect_macros.h"
 
 namespace relvane {
 namespace {
@@ -29,10 +30,10 @@ public:
 
     void write(const DesignStreams& streams) {
         json_.beginObject();
-        text("place",
-             streams.place == DesignPlace::Catalogue ? u"MSysObjects.LvExtra" : u"MSysModules2.Form");
+        text("place", placeOf(streams));
         number("version", design_.version());
         number("bytes", static_cast<std::int64_t>(streams.design.size()));
+        number("addedBytes", static_cast<std::int64_t>(streams.additions.size()));
         writeValues(design_.root());
         writeByPosition(design_.root());
         json_.key("defaultControls");
@@ -62,6 +63,18 @@ public:
     }
 
 private:
+    static TextView placeOf(const DesignStreams& streams) {
+        switch (streams.place) {
+        case DesignPlace::Catalogue:
+            return u"MSysObjects.LvExtra";
+        case DesignPlace::ModuleRow:
+            return u"MSysModules2.Form";
+        case DesignPlace::Store:
+            return streams.path;
+        }
+        return {};
+    }
+
     void writeHead(const DesignObject& object) {
         if (!isKnown(object.type())) {
             unknown_.push_back(typeName(object));
@@ -98,12 +111,12 @@ private:
         json_.endObject();
     }
 
-    // Place after place, as the analyses find them.
+    // Place after place, as the analyses find them, and behind them what later versions added.
     void writeByPosition(const DesignObject& object) {
         const ModelClass& model = ModelClass::of(object);
         json_.key("byPosition");
         json_.beginArray();
-        for (int position = 0; position < model.count(); ++position) {
+        for (int position = 0; position < model.countWithLater(); ++position) {
             const Property property = model.at(object, position);
             json_.beginObject();
             text("name", property.Name);
@@ -120,11 +133,16 @@ private:
         for (const StoredValue& value : object.storedValues()) {
             const PropertyFact* fact = object.factOf(value);
             json_.beginObject();
-            text("id", hexId(value.id));
+            text("id", hex(value.id, 2));
+            if (value.property != PropertyNumber::Unstated) {
+                text("number", hex(static_cast<unsigned>(value.property), 3));
+            }
             json_.key("name");
             if (fact == nullptr) {
                 json_.null();
-                unknown_.push_back(typeName(object) + u"." + hexId(value.id));
+                if (value.property != PropertyNumber::Separator) {
+                    unknown_.push_back(typeName(object) + u"." + hex(value.id, 2));
+                }
             } else {
                 json_.text(fact->name);
                 text("modelName", fact->modelName);
@@ -134,6 +152,9 @@ private:
             json_.value(object.decoded(value));
             if (fact != nullptr && fact->name == u"PictureData") {
                 writePicture(value.bytes);
+            }
+            if (value.kind == ValueKind::Macro) {
+                writeEmbeddedMacro(value.bytes);
             }
             json_.endObject();
         }
@@ -158,6 +179,15 @@ private:
         json_.endObject();
     }
 
+    void writeEmbeddedMacro(const Bytes& bytes) {
+        json_.key("macro");
+        if (const auto sheet = readEmbeddedMacro(bytes, design_.codePage())) {
+            writeMacroSheet(json_, *sheet, bytes.size());
+        } else {
+            json_.null();
+        }
+    }
+
     static TextView format(PictureData::Format format) {
         switch (format) {
         case PictureData::Format::Bitmap:
@@ -180,9 +210,13 @@ private:
         }
         return {};
     }
-    static Text hexId(PropertyId id) {
-        constexpr TextView digits = u"0123456789abcdef";
-        return {digits[id >> 4 & 15], digits[id & 15]};
+    static Text hex(unsigned number, std::size_t digits) {
+        constexpr TextView letters = u"0123456789abcdef";
+        Text text;
+        for (; number != 0 || text.size() < digits; number /= 16) {
+            text.insert(text.begin(), letters[number % 16]);
+        }
+        return text;
     }
     // A type that nobody has named goes by its number.
     static Text typeName(const DesignObject& object) {

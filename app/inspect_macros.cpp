@@ -87,7 +87,11 @@ private:
 
 void writeMacro(JsonWriter& json, const MacroSource& source, const MacroDocument& macro) {
     const Bytes stream = source.stream(macro);
-    SheetWriter(json).write(source.sheet(macro), stream.size());
+    writeMacroSheet(json, source.sheet(macro), stream.size());
+}
+
+void writeMacroSheet(JsonWriter& json, const MacroSheet& sheet, std::size_t bytes) {
+    SheetWriter(json).write(sheet, bytes);
 }
 
 void writeConvertedMacro(JsonWriter& json, const MacroSource& source, const MacroDocument& macro) {

@@ -11,6 +11,9 @@ namespace relvane {
 // written.
 void writeMacro(JsonWriter& json, const access::MacroSource& source, const access::MacroDocument& macro);
 
+// The sheet alone, `bytes` long as it is stored.
+void writeMacroSheet(JsonWriter& json, const access::MacroSheet& sheet, std::size_t bytes);
+
 // Writes the lines of the module that it converts to. Errors likewise.
 void writeConvertedMacro(JsonWriter& json, const access::MacroSource& source,
                          const access::MacroDocument& macro);

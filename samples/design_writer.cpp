@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "access/design_properties.h"
+#include "access/design_type_info.h"
 #include "sample_builder/byte_writer.h"
 #include "sample_builder/column_value.h"
 
@@ -22,7 +23,7 @@ using access::PropertyId;
 using access::ValueKind;
 namespace format = access::design_format;
 
-constexpr format::Version writtenVersion = format::versions[0];
+constexpr format::Version writtenVersion = format::access97;
 
 [[noreturn]] void refuse(DesignType type, TextView property, const char* why) {
     throw std::invalid_argument(toUtf8(access::nameOf(type)) + "." + toUtf8(property) + ": " + why);
@@ -184,6 +185,8 @@ private:
                 refuse(type, fact.name, "bytes are needed");
             }
             return writeVariable(std::get<Bytes>(value));
+        default:
+            refuse(type, fact.name, "only later versions keep such a value");
         }
     }
 
@@ -314,6 +317,9 @@ private:
         members_.u8(0);
         members_.text(prefix == name ? std::string() : encodeText(name, codePage_));
         members_.u8(0);
+        if (type == static_cast<std::uint8_t>(DesignType::CustomControl)) {
+            members_.bytes(Bytes(access::libraryReferenceSize)); // of no library
+        }
     }
 
     // Any id will do, as long as no two lists have the same: it is made of the members.

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/value.h"
+#include "support/wide_bytes.h"
 
 namespace relvane::access::test {
 
@@ -52,7 +53,11 @@ private:
     Bytes bytes_;
 };
 
+using relvane::test::WideBytes;
+
 constexpr std::string_view header97 = "11 00 11 00 00 00 00 00";
+
+constexpr std::string_view header2000 = "13 00 13 00 00 00 00 00";
 
 inline StreamBytes form97() {
     return StreamBytes().hex(header97).hex("96 00");

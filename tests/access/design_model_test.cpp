@@ -16,6 +16,7 @@ namespace {
 using test::form97;
 using test::header97;
 using test::StreamBytes;
+using test::WideBytes;
 
 Value number(std::int64_t value) {
     return value;
@@ -391,6 +392,61 @@ TEST(DesignModel, ADesignLivesAsLongAsWhatItIsOpenIn) {
     EXPECT_EQ(form->Controls().Item(0)(u"Name"), text(u"A"));
     form.reset();
     EXPECT_TRUE(watch.expired());
+}
+
+// The same form of Access 97 and of a later version.
+TEST(DesignModel, WhatLaterVersionsAddedStandsBehindThePlacesOfAccess97) {
+    const auto old = openForm(
+        designOf(form97().hex("fe 98 00 ff 02 00").hex("6d 00 dc 01 41 fd 64 00 dc 01 42 fd")), u"旧", {});
+    WideBytes stream(21);
+    stream.object(DesignType::Form).oneChild().object(DesignType::Section).children(2);
+    stream.object(DesignType::TextBox).text(0xdc, 0x014, u"A").word(0x109, 0x1c6, 15).noChildren();
+    stream.object(DesignType::Label).text(0xdc, 0x014, u"B").noChildren();
+    const auto later =
+        openForm(std::make_shared<const Design>(readDesignStream(stream.bytes(), u"試験"), japaneseCodePage),
+                 u"新", {});
+    const auto compare = [](const Object& one, const Object& other, TextView added) {
+        const int count = countOf(one);
+        ASSERT_EQ(countOf(other), count);
+        for (int position = 0; position < count; ++position) {
+            EXPECT_EQ(one.Properties().Item(position).Name, other.Properties().Item(position).Name);
+        }
+        EXPECT_EQ(one.Properties().Item(count).Name, u"");
+        bool isThere = false;
+        for (int position = count; !other.Properties().Item(position).Name.empty(); ++position) {
+            isThere = isThere || other.Properties().Item(position).Name == added;
+            EXPECT_NO_THROW(other(other.Properties().Item(position).Name));
+        }
+        EXPECT_TRUE(isThere) << toUtf8(added);
+        EXPECT_THROW(one(added), RunTimeError);
+    };
+    compare(*old, *later, u"AllowLayoutView");
+    compare(control(*old, u"A"), control(*later, u"A"), u"LeftPadding");
+    compare(control(*old, u"B"), control(*later, u"B"), u"LeftMargin"); // of Access 2000
+    EXPECT_EQ(control(*later, u"A")(u"LeftPadding"), number(15));
+    EXPECT_EQ(control(*later, u"A")(u"SmartTags"), text(u""));
+}
+
+TEST(DesignModel, ControlsOfLaterVersionsHaveAPlaceASizeAndAName) {
+    for (const DesignType type : {DesignType::Attachment, DesignType::EmptyCell, DesignType::WebBrowser,
+                                  DesignType::NavigationControl, DesignType::NavigationButton,
+                                  DesignType::ModernChart, DesignType::Edge, DesignType{140}}) {
+        SCOPED_TRACE(static_cast<int>(type));
+        WideBytes stream;
+        stream.object(DesignType::Form).oneChild().object(DesignType::Section).oneChild();
+        stream.object(type).word(0x60, 0x036, 20).text(0xdc, 0x014, u"新").noChildren();
+        const auto form = openForm(
+            std::make_shared<const Design>(readDesignStream(stream.bytes(), u"試験"), japaneseCodePage), u"f",
+            {});
+        const Control& added = control(*form, u"新");
+        EXPECT_EQ(added.ControlType(), static_cast<int>(type));
+        EXPECT_EQ(added(u"Left"), number(20));
+        EXPECT_EQ(added(u"Top"), number(0));
+        EXPECT_TRUE(std::holds_alternative<std::int64_t>(added(u"Width")));
+        EXPECT_TRUE(std::holds_alternative<std::int64_t>(added(u"Height")));
+        EXPECT_EQ(added(u"Visible"), Value(true));
+        EXPECT_EQ(added(u"Name"), text(u"新"));
+    }
 }
 
 } // namespace

@@ -16,8 +16,10 @@ namespace relvane::access {
 namespace {
 
 using test::form97;
+using test::header2000;
 using test::header97;
 using test::StreamBytes;
+using test::WideBytes;
 
 constexpr TextView owner = u"フォーム \"試験\"";
 
@@ -250,13 +252,195 @@ TEST(DesignStream, TheHeaderIsThatOfAVersion) {
     EXPECT_EQ(read(StreamBytes().hex("13 00 13 00 00 00 00 00 96 00 fd")).version.version, 19);
     expectDamagedAt(StreamBytes().hex("11 00 13 00 00 00 00 00 96 00 fd"), 0, u"見出しが正しくありません");
     expectDamagedAt(StreamBytes().hex("11 00 11 00 01 00 00 00 96 00 fd"), 0, u"見出しが正しくありません");
-    const Text newer = failure(StreamBytes().hex("14 00 14 00 00 00 00 00 96 00 fd").bytes(), 3343);
-    EXPECT_NE(newer.find(u"フォーム \"試験\" のデザインのバージョン 20"), Text::npos) << toUtf8(newer);
+    EXPECT_EQ(read(StreamBytes().hex("0e 00 0b 00 00 00 00 00 96 00 fd")).version.version, 14);
+    const Text newer = failure(StreamBytes().hex("16 00 14 00 00 00 00 00 96 00 fd").bytes(), 3343);
+    EXPECT_NE(newer.find(u"フォーム \"試験\" のデザインのバージョン 22"), Text::npos) << toUtf8(newer);
+}
+
+// The same form in both grammars.
+TEST(WideDesignStream, HasTheTreeAndTheValuesOfACompactOne) {
+    const StoredDesign compact =
+        read(form97().hex("0f 33 01 63 88 2c ff 02 00 64 00 32 00 fd 98 00 fe 68 00 dc 01 41 fd"));
+    const StoredDesign wide = readDesignStream(WideBytes()
+                                                   .object(DesignType::Form)
+                                                   .flag(0x0f, 0x116)
+                                                   .byte(0x33, 0x092, 1)
+                                                   .word(0x63, 0x096, 11400)
+                                                   .children(2)
+                                                   .object(DesignType::Label)
+                                                   .byte(0x32, 0x01d, 0)
+                                                   .noChildren()
+                                                   .object(DesignType::Section)
+                                                   .oneChild()
+                                                   .object(DesignType::CommandButton)
+                                                   .text(0xdc, 0x014, u"A")
+                                                   .noChildren()
+                                                   .bytes(),
+                                               owner);
+    const auto compare = [](const auto& self, const StoredObject& one, const StoredObject& other) -> void {
+        EXPECT_EQ(one.type, other.type);
+        ASSERT_EQ(one.values.size(), other.values.size());
+        for (std::size_t i = 0; i < one.values.size(); ++i) {
+            EXPECT_EQ(one.values[i].id, other.values[i].id);
+            EXPECT_EQ(one.values[i].number, other.values[i].number);
+            EXPECT_EQ(one.values[i].bytes.empty(), other.values[i].bytes.empty());
+            EXPECT_EQ(one.values[i].property, PropertyNumber::Unstated);
+            EXPECT_NE(other.values[i].property, PropertyNumber::Unstated);
+        }
+        ASSERT_EQ(one.children.size(), other.children.size());
+        for (std::size_t i = 0; i < one.children.size(); ++i) {
+            self(self, one.children[i], other.children[i]);
+        }
+    };
+    compare(compare, compact.root, wide.root);
+    EXPECT_EQ(wide.version.version, 20);
+    EXPECT_EQ(wide.root.values[0].property, PropertyNumber{0x116});
+}
+
+// The stream of a form with this value and nothing else.
+Bytes formWith(design_format::WideKind kind, const Bytes& content) {
+    return WideBytes().object(DesignType::Form).value(0x123, 0x7ff, kind, content).noChildren().bytes();
+}
+
+StoredValue onlyValue(const Bytes& bytes) {
+    const StoredDesign design = readDesignStream(bytes, owner);
+    EXPECT_EQ(design.root.values.size(), 1u);
+    return design.root.values.at(0);
+}
+
+TEST(WideDesignStream, AKindAndALengthSayHowAValueIsKept) {
+    using design_format::WideKind;
+    struct Case {
+        WideKind kind;
+        Bytes content;
+        ValueKind value;
+        std::int32_t number;
+    };
+    const Case cases[] = {{WideKind::Flag, {}, ValueKind::Flag, 0},
+                          {WideKind::Flag, {0}, ValueKind::Boolean, 0},
+                          {WideKind::Flag, {255}, ValueKind::Boolean, 1},
+                          {WideKind::Flag, {1, 0, 0, 0}, ValueKind::Boolean, 1},
+                          {WideKind::Byte, {200}, ValueKind::Byte, 200},
+                          {WideKind::Word, {0xfe, 0xff}, ValueKind::Word, -2},
+                          {WideKind::Word, {0x00, 0x00, 0x01, 0x00}, ValueKind::Long, 65536},
+                          {WideKind::Long, {0xff, 0xff, 0xff, 0xff}, ValueKind::Long, -1}};
+    for (const Case& each : cases) {
+        const StoredValue value = onlyValue(formWith(each.kind, each.content));
+        EXPECT_EQ(value.id, 0x123);
+        EXPECT_EQ(value.property, PropertyNumber{0x7ff});
+        EXPECT_EQ(value.kind, each.value);
+        EXPECT_EQ(value.number, each.number);
+        EXPECT_TRUE(value.bytes.empty());
+    }
+    const std::pair<WideKind, ValueKind> data[] = {
+        {WideKind::Text, ValueKind::Text},
+        {WideKind::LongText, ValueKind::Text},
+        {WideKind::Binary, ValueKind::Binary},
+        {WideKind::Macro, ValueKind::Macro},
+        {WideKind{99}, ValueKind::Untold}}; // a kind that nobody has met passes
+    for (const auto& [kind, expected] : data) {
+        const StoredValue value = onlyValue(formWith(kind, {1, 2, 3}));
+        EXPECT_EQ(value.kind, expected);
+        EXPECT_EQ(value.bytes, (Bytes{1, 2, 3}));
+    }
+    EXPECT_EQ(onlyValue(formWith(WideKind::Real, Bytes(4))).kind, ValueKind::Real);
+    EXPECT_EQ(onlyValue(formWith(WideKind::Date, Bytes(8))).kind, ValueKind::Date);
+    EXPECT_EQ(onlyValue(formWith(WideKind::Guid, Bytes(16))).kind, ValueKind::Guid);
+}
+
+TEST(WideDesignStream, AKnownKindOfAnotherLengthIsDamage) {
+    using design_format::WideKind;
+    const std::pair<WideKind, std::size_t> cases[] = {
+        {WideKind::Flag, 2}, {WideKind::Byte, 0}, {WideKind::Word, 3}, {WideKind::Long, 2},
+        {WideKind::Real, 8}, {WideKind::Date, 4}, {WideKind::Guid, 15}};
+    for (const auto& [kind, length] : cases) {
+        const Text description = failure(formWith(kind, Bytes(length)));
+        EXPECT_NE(description.find(u" 10 バイト目: 値の長さが正しくありません"), Text::npos)
+            << toUtf8(description);
+    }
+}
+
+TEST(WideDesignStream, PlacesNeedNotRiseAndAPropertyMayStandTwice) {
+    const StoredDesign design = readDesignStream(WideBytes()
+                                                     .object(DesignType::Form)
+                                                     .byte(0x18f, 0x138, 3)
+                                                     .byte(0x3f, 0x138, 1)
+                                                     .byte(0x3f, 0x138, 2)
+                                                     .noChildren()
+                                                     .bytes(),
+                                                 owner);
+    EXPECT_EQ(design.root.values.size(), 3u);
+}
+
+TEST(WideDesignStream, IsDamagedWhereverItIsCut) {
+    const Bytes whole = WideBytes(21)
+                            .object(DesignType::Form)
+                            .text(0xdc, 0x09c, u"受注")
+                            .children(2)
+                            .object(DesignType::Section)
+                            .flag(0x01, 0x094)
+                            .noChildren()
+                            .object(DesignType::PageFooter)
+                            .noChildren()
+                            .bytes();
+    EXPECT_EQ(readDesignStream(whole, owner).version.version, 21);
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        SCOPED_TRACE(length);
+        const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
+        EXPECT_FALSE(failure(cut).empty());
+    }
+    Bytes longer = whole;
+    longer.push_back(0);
+    EXPECT_NE(failure(longer).find(u"終わりの後にデータがあります"), Text::npos);
+}
+
+TEST(WideDesignStream, ALengthOrACountMakesNoRoomBeforeItsBytesAreThere) {
+    EXPECT_FALSE(
+        failure(
+            WideBytes().object(DesignType::Form).u32(0xdc).u16(0x09c).u32(10).u32(0).u32(0xFFFFFFFF).bytes())
+            .empty());
+    EXPECT_FALSE(failure(WideBytes().object(DesignType::Form).children(0xFFFF).bytes()).empty());
+    EXPECT_NE(failure(WideBytes().object(DesignType::Form).u32(0x10000).bytes())
+                  .find(u" 10 バイト目: プロパティの位置が"),
+              Text::npos);
+}
+
+TEST(LaterProperties, GoBehindThoseOfTheDesign) {
+    StoredDesign design = read(StreamBytes().hex(header2000).hex("96 00 63 88 2c fe 98 00 60 10 00 fd"));
+    const Bytes additions = WideBytes()
+                                .object(DesignType::Form)
+                                .boolean(0x132, 0x1c5, 1)
+                                .oneChild()
+                                .object(DesignType::Section)
+                                .word(0x116, 0x23b, 7)
+                                .noChildren()
+                                .bytes();
+    EXPECT_TRUE(addLaterProperties(design, readDesignStream(additions, owner)));
+    EXPECT_EQ(design.addedVersion, 20);
+    ASSERT_EQ(design.root.values.size(), 2u);
+    EXPECT_EQ(design.root.values[0].property, PropertyNumber::Unstated);
+    EXPECT_EQ(design.root.values[1].property, PropertyNumber{0x1c5});
+    EXPECT_EQ(design.root.children[0].values.size(), 2u);
+}
+
+TEST(LaterProperties, OfAnotherTreeAreOutOfDate) {
+    const StreamBytes stream = StreamBytes().hex(header2000).hex("96 00 fe 98 00 fd");
+    const Bytes others[] = {
+        WideBytes().object(DesignType::Form).boolean(0x132, 0x1c5, 1).noChildren().bytes(),
+        WideBytes().object(DesignType::Report).oneChild().object(DesignType::Section).noChildren().bytes(),
+        WideBytes().object(DesignType::Form).oneChild().object(DesignType::Label).noChildren().bytes()};
+    for (const Bytes& other : others) {
+        StoredDesign design = read(stream);
+        EXPECT_FALSE(addLaterProperties(design, readDesignStream(other, owner)));
+        EXPECT_TRUE(design.root.values.empty());
+        EXPECT_EQ(design.addedVersion, 0);
+    }
 }
 
 TEST(DesignStream, TheSeedsOfTheFuzzTargetAreWholeDesigns) {
     const auto folder = relvane::test::sourceFolder() / "tests/fuzz/corpus/fuzz_design";
-    for (const char* name : {"form", "report", "nested", "long_values", "access2000", "unknown"}) {
+    for (const char* name :
+         {"form", "report", "nested", "long_values", "access2000", "unknown", "wide", "macro"}) {
         std::ifstream file(folder / (std::string(name) + ".bin"), std::ios::binary);
         const Bytes bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
         EXPECT_FALSE(bytes.empty()) << name;

@@ -2,6 +2,8 @@
 
 #include "access/design_tree.h"
 
+#include <functional>
+
 #include <gtest/gtest.h>
 
 #include "design_bytes_builder.h"
@@ -12,11 +14,17 @@ namespace relvane::access {
 namespace {
 
 using test::form97;
+using test::header2000;
 using test::header97;
 using test::StreamBytes;
+using test::WideBytes;
 
 std::unique_ptr<const Design> designOf(const StreamBytes& stream, int codePage = japaneseCodePage) {
     return std::make_unique<const Design>(readDesignStream(stream.bytes(), u"試験"), codePage);
+}
+
+std::unique_ptr<const Design> designOf(const WideBytes& stream) {
+    return std::make_unique<const Design>(readDesignStream(stream.bytes(), u"試験"), japaneseCodePage);
 }
 
 Value number(std::int64_t value) {
@@ -190,6 +198,100 @@ TEST(DesignTree, AFlagWhoseBuiltInValueIsUnknownIsThereOrNull) {
     const auto design = designOf(form97().hex("fe 98 00 ff 02 00  6d 00 11 dc 01 41 fd  6d 00 dc 01 42 fd"));
     EXPECT_EQ((*design->findControl(u"A"))[u"FELineBreak"], Value(true));
     EXPECT_EQ((*design->findControl(u"B"))[u"FELineBreak"], Value(Null{}));
+}
+
+// A wide form with one section, and in it the control that `fill` writes.
+std::unique_ptr<const Design> withControl(DesignType type, const std::function<void(WideBytes&)>& fill) {
+    WideBytes stream;
+    stream.object(DesignType::Form).oneChild().object(DesignType::Section).oneChild().object(type);
+    fill(stream);
+    stream.noChildren();
+    return designOf(stream);
+}
+
+TEST(DesignTree, AWideValueIsThePropertyOfItsNumberWhereverItStands) {
+    const auto design = withControl(DesignType::TextBox, [](WideBytes& stream) {
+        stream
+            .word(0x61, 0x036, 300)      // Left at the place of Top
+            .text(0x1ff, 0x014, u"氏名") // Name at a place that nobody knows
+            .word(0x200, 0x1c6, 15)      // a property of a later version
+            .byte(0x3f, 0x7fe, 2)        // an unknown number at a place whose number was never met
+            .byte(0x30, 0x7fd, 9);       // an unknown number at another property's place
+    });
+    const DesignObject& box = *design->findControl(u"氏名");
+    EXPECT_EQ(box[u"Left"], number(300));
+    EXPECT_EQ(box[u"Top"], number(0));
+    EXPECT_EQ(box[u"LeftPadding"], number(15));
+    EXPECT_EQ(box[u"ReadingOrder"], number(2));
+    EXPECT_EQ(box[u"DecimalPlaces"], number(255));
+    EXPECT_EQ(box.factOf(box.storedValues().back()), nullptr);
+    EXPECT_EQ(box[u"Width"], number(1440)); // built in as ever
+}
+
+TEST(DesignTree, APropertyThatItsTypeIsNotKnownToHaveIsFoundAllTheSame) {
+    const auto design = withControl(DesignType::Line, [](WideBytes& stream) {
+        stream.text(0xdc, 0x014, u"線").text(0x201, 0x13d, u"説明");
+    });
+    const DesignObject& line = *design->findControl(u"線");
+    EXPECT_EQ(findProperty(DesignType::Line, u"ControlTipText"), nullptr);
+    EXPECT_EQ(line[u"ControlTipText"], Value(Text(u"説明")));
+    EXPECT_EQ(line.value(u"Caption"), std::nullopt);
+}
+
+TEST(DesignTree, AControlOfAnUnknownTypeHasItsNameInAWideStream) {
+    const auto design = withControl(
+        DesignType{140}, [](WideBytes& stream) { stream.text(0xe0, 0x014, u"新").word(0x70, 0x096, 99); });
+    EXPECT_EQ((*design->findControl(u"新"))[u"Width"], number(99));
+}
+
+TEST(DesignTree, AValueThatStandsTwiceIsTheLastOne) {
+    const auto design = designOf(
+        WideBytes().object(DesignType::Form).byte(0x18f, 0x138, 1).byte(0x3f, 0x138, 3).noChildren());
+    EXPECT_EQ(design->root()[u"PictureSizeMode"], number(3));
+}
+
+TEST(DesignTree, ABooleanSaysWhatItIsAndAFlagTurnsRound) {
+    WideBytes stream;
+    stream.object(DesignType::Form).children(2).object(DesignType::TextBox).boolean(0x00, 0x094, 0);
+    stream.noChildren().object(DesignType::Section).children(3);
+    stream.object(DesignType::TextBox).text(0xdc, 0x014, u"A").noChildren();
+    stream.object(DesignType::TextBox).flag(0x00, 0x094).text(0xdc, 0x014, u"B").noChildren();
+    stream.object(DesignType::TextBox).boolean(0x00, 0x094, 1).text(0xdc, 0x014, u"C").noChildren();
+    const auto design = designOf(stream);
+    EXPECT_EQ((*design->findControl(u"A"))[u"Visible"], Value(false));
+    EXPECT_EQ((*design->findControl(u"B"))[u"Visible"], Value(true));
+    EXPECT_EQ((*design->findControl(u"C"))[u"Visible"], Value(true));
+}
+
+TEST(DesignTree, AnEventThatRunsAMacroOfTheDesignSaysSo) {
+    const auto design = withControl(DesignType::CommandButton, [](WideBytes& stream) {
+        stream.text(0xdc, 0x014, u"印刷").value(0x120, 0x1ea, design_format::WideKind::Macro, {1, 2});
+    });
+    const DesignObject& button = *design->findControl(u"印刷");
+    EXPECT_EQ(button[u"OnClick"], Value(Text(u"[Embedded Macro]")));
+    EXPECT_EQ(button[u"OnDblClick"], Value(Text()));
+    EXPECT_EQ(button[u"OnClickEmMacro"], Value(Bytes{1, 2}));
+}
+
+TEST(DesignTree, WhatLaterVersionsAddedDoesNotReplaceWhatAccess2000Stored) {
+    StoredDesign stored =
+        readDesignStream(StreamBytes().hex(header2000).hex("96 00 dc 04 d7 53 e8 6c fd").bytes(), u"試験");
+    const Bytes additions = WideBytes()
+                                .object(DesignType::Form)
+                                .text(0x12e, 0x09c, u"古い")
+                                .boolean(0x132, 0x1c5, 1)
+                                .value(0x1a0, 0x276, design_format::WideKind::Real, {0, 0, 0xbe, 0x42})
+                                .noChildren()
+                                .bytes();
+    ASSERT_TRUE(addLaterProperties(stored, readDesignStream(additions, u"試験")));
+    const Design design(std::move(stored), japaneseCodePage);
+    EXPECT_EQ(design.root()[u"RecordSource"], Value(Text(u"受注")));
+    EXPECT_EQ(design.root()[u"OrderByOnLoad"], Value(true));
+    EXPECT_EQ(design.root()[u"AlternateBackShade"], Value(95.0F));
+    EXPECT_EQ(design.version(), 19);
+    EXPECT_EQ(design.modelVersion(), 20);
+    EXPECT_EQ(designOf(form97().hex("fd"))->modelVersion(), 17);
+    EXPECT_EQ(designOf(StreamBytes().hex("0e 00 0b 00 00 00 00 00 96 00 fd"))->modelVersion(), 17);
 }
 
 TEST(DesignTree, ADateThatIsNoneIsItsBytes) {

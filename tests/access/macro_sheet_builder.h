@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "design_bytes_builder.h"
 #include "platform/value.h"
 
 namespace relvane::access::test {
@@ -18,8 +19,29 @@ class SheetBytes {
 public:
     using Texts = std::map<std::size_t, std::string>; // by slot
 
-    // Strings in the order in which Access writes them: name, comment, condition, arguments.
     SheetBytes& record(std::uint16_t first, std::uint16_t row, const Texts& texts = {}) {
+        return record(first, row, texts, 1);
+    }
+    // With texts in UTF-16, as newer versions write rows.
+    SheetBytes& record16(std::uint16_t first, std::uint16_t row, const std::map<std::size_t, Text>& texts) {
+        Texts bytes;
+        for (const auto& [slot, text] : texts) {
+            const Bytes stored = WideBytes::utf16(text);
+            bytes[slot] = std::string(stored.begin(), stored.end());
+        }
+        return record(first, row, bytes, 2);
+    }
+    SheetBytes& header(std::uint16_t columns = 0) { return record(columns, 0); }
+    SheetBytes& header16(std::uint16_t columns = 0) {
+        return record(columns, 0, {{FirstArgument, "3"}, {FirstArgument + 1, "3"}});
+    }
+
+    const Bytes& bytes() const { return bytes_; }
+
+private:
+    // Strings in the order in which Access writes them: name, comment, condition, arguments; each with that many zeros
+    // behind it.
+    SheetBytes& record(std::uint16_t first, std::uint16_t row, const Texts& texts, std::size_t zeros) {
         std::array<std::uint16_t, SlotCount> slots;
         slots.fill(0xFFFF);
         std::string area;
@@ -27,7 +49,7 @@ public:
             if (const auto text = texts.find(slot); text != texts.end()) {
                 slots[slot] = static_cast<std::uint16_t>(area.size());
                 area += text->second;
-                area += '\0';
+                area.append(zeros, '\0');
             }
         };
         for (const std::size_t slot : {Name, Comment, Condition}) {
@@ -45,11 +67,6 @@ public:
         bytes_.insert(bytes_.end(), area.begin(), area.end());
         return u16(0);
     }
-    SheetBytes& header(std::uint16_t columns = 0) { return record(columns, 0); }
-
-    const Bytes& bytes() const { return bytes_; }
-
-private:
     SheetBytes& u16(std::uint16_t number) {
         bytes_.push_back(static_cast<std::uint8_t>(number & 0xFF));
         bytes_.push_back(static_cast<std::uint8_t>(number >> 8));

@@ -151,11 +151,59 @@ TEST(MacroSheet, TheVersionOfTheWriterStandsInTheHeader) {
     EXPECT_EQ(two->second, 2);
 }
 
-TEST(MacroSheet, ASheetOfANewerAccessIsNotTakenForAnOldOne) {
-    const Bytes bytes = SheetBytes().record(3, 0, {{FirstArgument, "2"}, {FirstArgument + 1, "3"}}).bytes();
+TEST(MacroSheet, ASheetOfAnUnknownVersionIsNotTakenForAnother) {
+    const Bytes bytes = SheetBytes().record(3, 0, {{FirstArgument, "2"}, {FirstArgument + 1, "4"}}).bytes();
     const std::string description = failure(bytes, 3343);
-    EXPECT_NE(description.find(toUtf8(owner) + " のシートのバージョン 2.3"), std::string::npos)
+    EXPECT_NE(description.find(toUtf8(owner) + " のシートのバージョン 2.4"), std::string::npos)
         << description;
+}
+
+TEST(MacroSheet, RowsOfANewerAccessAreInUtf16AndItsHeaderInBytes) {
+    const MacroSheet sheet = read(SheetBytes()
+                                      .header16(3)
+                                      .record16(34, 1,
+                                                {{Name, u"印刷"},
+                                                 {Comment, u"①ĀĀ"}, // a byte 00 inside a text
+                                                 {Condition, u"..."},
+                                                 {FirstArgument, u"在庫.消去"}})
+                                      .record16(0, 5, {})
+                                      .bytes());
+    ASSERT_EQ(sheet.rows.size(), 2u);
+    EXPECT_EQ(sheet.version->second, 3);
+    EXPECT_EQ(sheet.rows[0].name, u"印刷");
+    EXPECT_EQ(sheet.rows[0].comment, u"①ĀĀ");
+    EXPECT_TRUE(sheet.rows[0].continuesCondition());
+    EXPECT_EQ(sheet.rows[0].arguments[0], u"在庫.消去");
+    EXPECT_EQ(sheet.rows[1].number, 5);
+}
+
+TEST(MacroSheet, ASheetOfANewerAccessIsDamagedWhereverItIsCut) {
+    SheetBytes sheet;
+    sheet.header16();
+    const std::size_t header = sheet.bytes().size();
+    const Bytes whole = sheet.record16(4, 1, {{Comment, u"音"}, {FirstArgument, u"二"}}).bytes();
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        if (length != header) {
+            SCOPED_TRACE(length);
+            EXPECT_NE(failure({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)}), "");
+        }
+    }
+    Bytes unended = whole;
+    unended[unended.size() - 4] = 1; // half of the zero behind the last text
+    EXPECT_NE(failure(unended), "");
+}
+
+TEST(MacroSheet, TheMacroThatIsKeptOnceMoreAsXmlIsNoRow) {
+    const MacroSheet sheet = read(SheetBytes()
+                                      .header16()
+                                      .record16(4, 1, {})
+                                      .record16(0, 2, {{Comment, u"_AXL:<?xml version=\"1.0\"?>"}})
+                                      .record16(0, 3, {{Comment, u"_AXL:</UserInterfaceMacros>"}})
+                                      .record16(0, 4, {{Comment, u"see _AXL:"}})
+                                      .bytes());
+    ASSERT_EQ(sheet.rows.size(), 2u);
+    EXPECT_EQ(sheet.rows[0].actionNumber, 4);
+    EXPECT_EQ(sheet.rows[1].number, 4);
 }
 
 TEST(MacroSheet, AHeaderWithAnythingElseIsDamaged) {

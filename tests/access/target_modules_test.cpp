@@ -243,13 +243,18 @@ TEST(TargetModules, ModulesOfANewerFileOpen) {
     }
 }
 
-TEST(TargetModules, AFormOfANewerFileDoesNotOpenYet) {
+TEST(TargetModules, AFormOfANewerFileHasItsModule) {
     const auto path = test::realSample("later/northwind-2000-ja.mdb");
     if (!path) {
         return;
     }
     const auto application = applicationOn(*path);
-    EXPECT_EQ(errorOf([&] { application->DoCmd().OpenForm(u"受注", acViewDesign); }), 3343);
+    application->DoCmd().OpenForm(u"メイン スイッチボード", acViewDesign);
+    const Form& form = application->Forms(u"メイン スイッチボード");
+    ASSERT_TRUE(form.HasModule());
+    EXPECT_GT(form.Module().CountOfLines(), form.Module().CountOfDeclarationLines());
+    application->DoCmd().OpenForm(u"スタートアップ", acViewDesign);
+    EXPECT_FALSE(application->Forms(u"スタートアップ").HasModule());
 }
 
 } // namespace

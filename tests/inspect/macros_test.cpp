@@ -81,9 +81,13 @@ TEST(InspectMacros, EveryMacroOfTheOwnSampleConverts) {
     }
 }
 
-TEST(InspectMacros, AFileNewerThanAccess97HasNull) {
-    if (const auto path = test::realSample("later/northwind-2000-ja.mdb")) {
-        EXPECT_TRUE(inspect(*path).at("macros").is_null());
+TEST(InspectMacros, ThoseOfANewerFileArePrintedLikeOthers) {
+    if (const auto path = test::realSample("later/formPropTest.accdb")) {
+        const Json macros = inspect(*path).at("macros");
+        ASSERT_EQ(macros.size(), 1u);
+        EXPECT_EQ(macros.at(0).at("sheet").at("version"), Json({2, 3}));
+        EXPECT_EQ(macros.at(0).at("sheet").at("rows").at(4).at("condition"), "[MacroError]<>0");
+        EXPECT_FALSE(macros.at(0).at("converted").empty());
     }
 }
 

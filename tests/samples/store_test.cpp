@@ -1,20 +1,27 @@
 // The stores of newer files on databases of the builder, which has their tables as any other: the whole project in either
 // of them, and what is said of one that is damaged, incomplete or hostile.
 
+#include <algorithm>
+#include <functional>
+
 #include <gtest/gtest.h>
 
 #include "access/access_store.h"
 #include "access/design_source.h"
+#include "access/macro_source.h"
 #include "access/module_source.h"
 #include "access/target_application.h"
 #include "sample_builder/database_writer.h"
 #include "support/newer_stores.h"
 #include "support/samples.h"
+#include "support/wide_bytes.h"
 
 namespace relvane::samples {
 namespace {
 
 using access::AccessStore;
+using access::DesignKind;
+using access::DesignSource;
 using access::ModuleDocument;
 using access::ModuleKind;
 using access::ModuleOwner;
@@ -25,6 +32,7 @@ using test::compiledCode;
 using test::compoundFile;
 using test::databaseWith;
 using test::fewModules;
+using test::objectList;
 using test::objectsTable;
 using test::pieceSize;
 using test::projectStreams;
@@ -34,6 +42,7 @@ using test::streamFolder;
 using test::streamName;
 using test::Streams;
 using test::utf16;
+using test::WideBytes;
 
 Bytes* find(Streams& streams, TextView path) {
     const auto found = std::ranges::find(streams, path, &std::pair<Text, Bytes>::first);
@@ -132,6 +141,122 @@ TEST(Stores, StoragesGiveTheirStreamsAndObjects) {
         EXPECT_EQ(objects[0].path, u"Forms/7");
         EXPECT_EQ(objects[1].path, u"Forms/256");
         EXPECT_TRUE(store.objects(u"Reports").empty());
+    }
+}
+
+// A form of Access 2000 with what a later version added to it, a wide report, and a macro in UTF-16.
+Bytes form2000() {
+    constexpr std::uint8_t bytes[] = {0x13, 0, 0x13, 0,    0,    0,    0,    0,    0x96, 0,
+                                      0xdc, 4, 0xd7, 0x53, 0xe8, 0x6c, 0xfe, 0x98, 0,    0xfd};
+    return {std::begin(bytes), std::end(bytes)};
+}
+Bytes additionsOfForm(DesignType child = DesignType::Section) {
+    return WideBytes()
+        .object(DesignType::Form)
+        .boolean(0x132, 0x1c5, 1)
+        .oneChild()
+        .object(child)
+        .noChildren()
+        .bytes();
+}
+Streams storedDocuments() {
+    Streams streams = projectStreams();
+    streams.push_back(objectList(u"Forms", {{u"受注", 7}, {u"空", 0}}));
+    streams.emplace_back(u"Forms/7/Blob", form2000());
+    streams.emplace_back(u"Forms/7/BlobDelta", additionsOfForm());
+    streams.emplace_back(u"Forms/0/Blob", Bytes());
+    streams.push_back(objectList(u"Reports", {{u"一覧", 300}}));
+    streams.emplace_back(
+        u"Reports/300/Blob",
+        WideBytes(21).object(DesignType::Report).word(0x63, 0x096, 900).noChildren().bytes());
+    streams.push_back(objectList(u"Scripts", {{u"印刷", 1}}));
+    streams.emplace_back(u"Scripts/1/Blob", Bytes(36)); // no sheet
+    return streams;
+}
+
+DatabaseSpec withDocuments(TableSpec table) {
+    DatabaseSpec spec = databaseWith({std::move(table)});
+    spec.otherObjects.push_back({.name = u"印刷", .type = static_cast<int>(ObjectType::Macro)});
+    return spec;
+}
+
+std::string failureOf(const std::function<void()>& act) {
+    try {
+        act();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), 3049);
+        return toUtf8(error.description());
+    }
+    return "nothing failed";
+}
+
+TEST(Stores, DesignsAreFoundByTheNameOfTheObject) {
+    for (const auto& [name, table] : bothTables) {
+        SCOPED_TRACE(name);
+        const DesignSource source(fileOf(withDocuments(table(storedDocuments()))));
+        const auto form = source.design(*source.find(DesignKind::Form, u"受注"));
+        EXPECT_EQ(form->root()[u"RecordSource"], Value(Text(u"受注")));
+        EXPECT_EQ(form->root()[u"OrderByOnLoad"], Value(true));
+        EXPECT_EQ(form->modelVersion(), 20);
+        const auto& document = *source.find(DesignKind::Report, u"一覧");
+        EXPECT_EQ(source.design(document)->root()[u"Width"], Value(std::int64_t{900}));
+        EXPECT_EQ(source.streams(document).path, fromUtf8(name) + u": Reports/300");
+        EXPECT_TRUE(source.typeInfo(document).entries.empty()); // there is none
+    }
+}
+
+TEST(Stores, AnObjectWithoutADesignThereIsNamed) {
+    for (const auto& [name, table] : bothTables) {
+        SCOPED_TRACE(name);
+        const DesignSource source(fileOf(withDocuments(table(storedDocuments()))));
+        for (const TextView form : {u"空", u"名前だけ"}) { // with an empty one, and in no list
+            const std::string problem =
+                failureOf([&] { source.design(*source.find(DesignKind::Form, form)); });
+            EXPECT_NE(problem.find(toUtf8(form)), std::string::npos) << problem;
+        }
+    }
+}
+
+TEST(Stores, WhatADamagedStreamHoldsIsNamedWithItsPlace) {
+    const auto sourceWith = [](TextView path, Bytes content) {
+        Streams streams = storedDocuments();
+        *find(streams, path) = std::move(content);
+        return std::make_unique<DesignSource>(fileOf(withDocuments(storageTable(streams))));
+    };
+    const auto problemOf = [](const DesignSource& source) {
+        return failureOf([&] { source.design(*source.find(DesignKind::Form, u"受注")); });
+    };
+    Bytes cut = form2000();
+    cut.pop_back();
+    EXPECT_NE(problemOf(*sourceWith(u"Forms/7/Blob", cut)).find("\"受注\" のデザインの 19 バイト目"),
+              std::string::npos);
+    Bytes longer = additionsOfForm();
+    longer.push_back(0);
+    EXPECT_NE(problemOf(*sourceWith(u"Forms/7/BlobDelta", longer)).find("\"受注\" の追加のデザインの"),
+              std::string::npos);
+    EXPECT_NE(problemOf(*sourceWith(u"Forms/\u0003DirData", Bytes(5))).find("受注"), std::string::npos);
+    // Additions of another tree are out of date.
+    const auto outOfDate = sourceWith(u"Forms/7/BlobDelta", additionsOfForm(DesignType::PageFooter));
+    EXPECT_EQ(outOfDate->design(*outOfDate->find(DesignKind::Form, u"受注"))->modelVersion(), 19);
+    // A form that holds a report.
+    const auto report =
+        sourceWith(u"Forms/7/Blob", WideBytes().object(DesignType::Report).noChildren().bytes());
+    EXPECT_NE(problemOf(*report).find("種類が違います"), std::string::npos);
+}
+
+TEST(Stores, MacrosAreFoundByTheNameOfTheObject) {
+    for (const auto& [name, table] : bothTables) {
+        SCOPED_TRACE(name);
+        Streams streams = storedDocuments();
+        const FilePointer damaged = fileOf(withDocuments(table(streams)));
+        const access::MacroSource source(damaged);
+        EXPECT_NE(failureOf([&] { source.sheet(*source.find(u"印刷")); }).find("\"印刷\" のシートの"),
+                  std::string::npos);
+        Bytes header(36);
+        std::fill(header.begin() + 4, header.begin() + 32, std::uint8_t{0xFF});
+        *find(streams, u"Scripts/1/Blob") = header;
+        const access::MacroSource whole(fileOf(withDocuments(table(streams))));
+        EXPECT_TRUE(whole.sheet(*whole.find(u"印刷")).rows.empty());
     }
 }
 

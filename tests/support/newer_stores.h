@@ -111,6 +111,21 @@ inline Streams projectStreams(const std::vector<StoredModule>& modules = fewModu
     return streams;
 }
 
+// The list of a container's objects: each with the number that its storage has as a name.
+inline std::pair<Text, Bytes> objectList(const Text& container,
+                                         const std::vector<std::pair<Text, unsigned>>& objects) {
+    ByteWriter list;
+    list.u32(0);
+    for (const auto& [name, number] : objects) {
+        const std::string stored = utf16(name);
+        list.u8(4);
+        list.u8(stored.size() + 4);
+        list.text(stored);
+        list.u32(number);
+    }
+    return {container + u"/\u0003DirData", list.data()};
+}
+
 // A row for each storage and stream.
 inline TableSpec storageTable(const Streams& streams) {
     TableSpec table{.name = u"MSysAccessStorage", .flags = samples::systemFlag};

@@ -8,8 +8,6 @@
 namespace relvane::access {
 namespace {
 
-constexpr TextView storageTable = u"MSysAccessStorage", objectsTable = u"MSysAccessObjects";
-
 // Of MSysAccessStorage. The row of a root lies in itself; there is another one for what is not saved yet.
 constexpr std::uint32_t rootRow = 1;
 constexpr std::int32_t storageRow = 1, streamRow = 2;
@@ -47,14 +45,17 @@ Bytes joinPieces(const jet::JetFile& file, const jet::Table& table) {
 
 } // namespace
 
+TextView nameOf(StoreTable table) {
+    return table == StoreTable::MSysAccessStorage ? u"MSysAccessStorage" : u"MSysAccessObjects";
+}
+
 std::optional<AccessStore> AccessStore::open(const jet::JetFile& file, StoreTable table) {
-    const bool isRows = table == StoreTable::MSysAccessStorage;
-    const jet::Table* found = file.findTable(isRows ? storageTable : objectsTable);
+    const jet::Table* found = file.findTable(nameOf(table));
     if (found == nullptr) {
         return std::nullopt;
     }
     AccessStore store;
-    if (isRows) {
+    if (table == StoreTable::MSysAccessStorage) {
         store.readRows(*found);
     } else if (Bytes bytes = joinPieces(file, *found); !bytes.empty()) {
         store.readCompoundFile(std::move(bytes));
@@ -83,7 +84,7 @@ void AccessStore::readRows(const jet::Table& table) {
 }
 
 void AccessStore::readCompoundFile(Bytes bytes) {
-    compound_.emplace(std::move(bytes), objectsTable);
+    compound_.emplace(std::move(bytes), nameOf(StoreTable::MSysAccessObjects));
     root_ = CompoundFile::root;
     for (const CompoundEntry& entry : compound_->entries()) {
         add(entry.storage, {{entry.name, entry.isStorage}, entry.id});
@@ -157,9 +158,7 @@ std::vector<AccessStore::Object> AccessStore::objects(TextView path) const {
         }
         Object object;
         const std::size_t nameSize = item.size() - numberSize;
-        for (std::size_t unit = 0; unit < nameSize; unit += 2) {
-            object.name += static_cast<char16_t>(item.u16(unit));
-        }
+        object.name = textOfUtf16(item.part(0, nameSize).bytes());
         object.path = folder + toText(static_cast<long long>(item.u32(nameSize)));
         found.push_back(std::move(object));
     }

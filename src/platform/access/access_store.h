@@ -12,6 +12,7 @@
 namespace relvane::access {
 
 enum class StoreTable { MSysAccessStorage, MSysAccessObjects };
+TextView nameOf(StoreTable table);
 
 // A path is names with "/" between them, from the root on, without regard to case: "VBA/VBAProject/PROJECT". The empty
 // one is the root's.

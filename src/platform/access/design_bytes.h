@@ -9,6 +9,9 @@ namespace relvane::access {
 // Error 3049: `owner` is damaged at `offset` of its `part` ("デザイン"), for this reason.
 [[noreturn]] void failDamagedDesign(TextView owner, TextView part, std::size_t offset, TextView reason);
 
+// UTF-16, as newer versions keep their texts; half a unit at the end is left out.
+Text textOfUtf16(std::span<const std::uint8_t> bytes);
+
 class DesignBytes {
 public:
     // `owner` must outlive the reader.
@@ -34,6 +37,8 @@ public:
     }
     // The bytes before the next zero, which is passed over.
     std::span<const std::uint8_t> zeroTerminated();
+    // The same of UTF-16, where the zero is a unit.
+    std::span<const std::uint8_t> zeroTerminatedUtf16();
 
 private:
     std::size_t advance(std::size_t length) {

@@ -129,6 +129,12 @@ std::optional<PrinterNames> readPrinterNames(ByteView bytes, int codePage) {
     });
 }
 
+std::optional<MacroSheet> readEmbeddedMacro(ByteView bytes, int codePage) {
+    return readView(bytes, [&](const ByteSpan& span) -> std::optional<MacroSheet> {
+        return readMacroSheet(span.bytes(), codePage, {});
+    });
+}
+
 std::optional<OleData> readOleData(ByteView bytes) {
     return readView(bytes, [](const ByteSpan& span) -> std::optional<OleData> {
         constexpr std::uint32_t signature = 0xE011CFD0;

@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "access/macro_sheet.h"
 #include "platform/text.h"
 
 namespace relvane::access {
@@ -61,6 +62,9 @@ struct PrinterNames {
     bool isDefault = false;
 };
 std::optional<PrinterNames> readPrinterNames(ByteView bytes, int codePage);
+
+// A macro that a form or report keeps for one of its events. Texts are UTF-16, or of the code page in older ones.
+std::optional<MacroSheet> readEmbeddedMacro(ByteView bytes, int codePage);
 
 // OleData: a compound file, and the picture that is shown without the object's program.
 struct OleData {

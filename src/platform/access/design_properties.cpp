@@ -1,12 +1,14 @@
-// The tables behind design_properties.h. Each was put together from files of many hands: the comment before it says on
+// The tables behind design_properties.h: the properties that have a place in the compact grammar. Each was put together from files of many hands: the comment before it says on
 // what its less certain places rest. A place between two others that is missing here was never met, unless its comment says so.
 #include "access/design_properties.h"
 
 #include <algorithm>
-#include <array>
+#include <map>
+#include <set>
 #include <vector>
 
 #include "access/name_table.h"
+#include "access/property_numbers.h"
 
 namespace relvane::access {
 namespace {
@@ -147,8 +149,9 @@ constexpr PropertyFact root[] = {
     {0xfc, Text, u"OnError", u""},
 };
 
-// Sections of every kind. Height was stored in each section met. The events are confirmed by the modules and by the
-// numbers of later versions, ForceNewPage and OnDblClick by order alone.
+// Sections of every kind. One of 253 sections of real files stores no Height: the detail of labels that are 1440 high, a
+// height that none of the others stores. The events are confirmed by the modules and by the numbers of later versions,
+// ForceNewPage and OnDblClick by order alone.
 constexpr PropertyFact section[] = {
     {0x00, Flag, u"KeepTogether", false},
     {0x01, Flag, u"Visible", true},
@@ -159,7 +162,7 @@ constexpr PropertyFact section[] = {
     {0x31, Byte, u"NewRowOrCol", 0},
     {0x32, Byte, u"DisplayWhen", 0},
     {0x33, Byte, u"SpecialEffect", 0},
-    {0x60, Word, u"Height", stored},
+    {0x60, Word, u"Height", 1440},
     {0x61, Word, u"BreakLevel", notInModel, 0},
     {0x9c, Long, u"BackColor", 16777215},
     {0xdc, Text, u"OnFormat", u""},
@@ -1054,22 +1057,7 @@ constexpr PropertyFact page[] = {
 
 // clang-format on
 
-// The names of a type: those of the object model, which go first, and behind them those of the export.
-NameTable namesOf(std::span<const PropertyFact> properties) {
-    std::vector<TextView> names;
-    for (const auto member : {&PropertyFact::modelName, &PropertyFact::name}) {
-        for (const PropertyFact& property : properties) {
-            names.push_back(property.*member);
-        }
-    }
-    return NameTable(names);
-}
-
-constexpr std::size_t typeCodes = static_cast<std::size_t>(DesignType::BreakLevel) + 1;
-
-} // namespace
-
-std::span<const PropertyFact> propertiesOf(DesignType type) {
+std::span<const PropertyFact> placesOf(DesignType type) {
     switch (type) {
     case DesignType::Form:
     case DesignType::Report:
@@ -1122,28 +1110,116 @@ std::span<const PropertyFact> propertiesOf(DesignType type) {
         return tab;
     case DesignType::Page:
         return page;
+    default:
+        return {};
     }
-    return {};
+}
+
+// Facts, and where to find each.
+class FactTable {
+public:
+    FactTable() = default;
+    explicit FactTable(std::vector<PropertyFact> facts) : facts_(std::move(facts)) {
+        for (std::size_t place = 0; place < facts_.size(); ++place) {
+            if (facts_[place].number != PropertyNumber::Unstated) {
+                byNumber_.emplace(facts_[place].number, place);
+            }
+        }
+        std::vector<TextView> names; // those of the object model go first
+        for (const auto member : {&PropertyFact::modelName, &PropertyFact::name}) {
+            for (const PropertyFact& fact : facts_) {
+                names.push_back(fact.*member);
+            }
+        }
+        byName_ = NameTable(names);
+    }
+
+    std::span<const PropertyFact> facts() const { return facts_; }
+    const PropertyFact* find(PropertyNumber number) const {
+        const auto place = byNumber_.find(number);
+        return place == byNumber_.end() ? nullptr : &facts_[place->second];
+    }
+    const PropertyFact* find(TextView name) const {
+        const auto place = byName_.find(name);
+        return place ? &facts_[*place % facts_.size()] : nullptr;
+    }
+
+private:
+    std::vector<PropertyFact> facts_;
+    std::map<PropertyNumber, std::size_t> byNumber_;
+    NameTable byName_;
+};
+
+const FactTable& allNumbers() {
+    static const FactTable table = [] {
+        std::vector<PropertyFact> facts;
+        for (const NumberedProperty& property : numberedProperties()) {
+            if (facts.empty() || facts.back().number != property.number) {
+                facts.push_back(property.fact());
+            }
+        }
+        return FactTable(std::move(facts));
+    }();
+    return table;
+}
+
+std::vector<PropertyFact> factsOf(DesignType type) {
+    const auto places = placesOf(type);
+    std::vector<PropertyFact> facts(places.begin(), places.end());
+    std::set<PropertyNumber> numbers;
+    for (PropertyFact& fact : facts) {
+        if (const PropertyFact* numbered = allNumbers().find(fact.name)) {
+            fact.number = numbered->number;
+            numbers.insert(fact.number);
+        }
+    }
+    for (const NumberedProperty& property : numberedProperties()) {
+        if (property.laterTypes.contains(type) && numbers.insert(property.number).second) {
+            facts.push_back(property.fact());
+        }
+    }
+    return facts;
+}
+
+const FactTable& tableOf(DesignType type) {
+    static const auto tables = [] {
+        std::map<DesignType, FactTable> all;
+        for (const DesignType known : knownTypes()) {
+            all.emplace(known, FactTable(factsOf(known)));
+        }
+        return all;
+    }();
+    static const FactTable ofUnknownType;
+    const auto found = tables.find(type);
+    return found == tables.end() ? ofUnknownType : found->second;
+}
+
+} // namespace
+
+std::span<const PropertyFact> propertiesOf(DesignType type) {
+    return tableOf(type).facts();
 }
 
 const PropertyFact* findProperty(DesignType type, PropertyId id) {
     const auto facts = propertiesOf(type);
     const auto found = std::ranges::lower_bound(facts, id, {}, &PropertyFact::id);
-    return found == facts.end() || found->id != id ? nullptr : &*found;
+    return found == facts.end() || found->id != id || id == noPlace ? nullptr : &*found;
+}
+
+const PropertyFact* findProperty(DesignType type, PropertyNumber number) {
+    return tableOf(type).find(number);
 }
 
 const PropertyFact* findProperty(DesignType type, TextView name) {
-    static const auto tables = [] {
-        std::array<NameTable, typeCodes> all; // that of an unknown code finds nothing
-        for (const DesignType known : knownTypes()) {
-            all[static_cast<std::size_t>(known)] = namesOf(propertiesOf(known));
-        }
-        return all;
-    }();
-    const auto code = static_cast<std::size_t>(type);
-    const auto place = code < typeCodes ? tables[code].find(name) : std::nullopt;
-    const auto facts = propertiesOf(type);
-    return place ? &facts[*place % facts.size()] : nullptr;
+    return tableOf(type).find(name);
+}
+
+const PropertyFact* findProperty(PropertyNumber number) {
+    return allNumbers().find(number);
+}
+
+const PropertyFact* findProperty(TextView name) {
+    return allNumbers().find(name);
 }
 
 Value BuiltIn::value() const {

@@ -10,10 +10,6 @@
 
 namespace relvane::access {
 
-// How a value is kept. A flag has no bytes: its presence turns the inherited value round. Texts, binaries, dates (a
-// double, days since 1899-12-30) and GUIDs share the variable class.
-enum class ValueKind : std::uint8_t { Flag, Byte, Word, Long, Text, Binary, Date, Guid };
-
 // Confirmed: the name was seen with this value outside the stream too, in a text export, in the code of the
 // object, or under the number by which later versions identify the property. Inferred: the order of properties in
 // text exports leaves this place alone. Guess: one of a few places.
@@ -41,14 +37,17 @@ struct BuiltIn {
     Value value() const; // Null for the first three kinds
 };
 
+constexpr PropertyId noPlace = 0xFFFF; // that the compact grammar has
+
 struct PropertyFact {
-    PropertyId id;
-    ValueKind kind;
+    PropertyId id;      // noPlace for what later versions added
+    ValueKind kind;     // Untold nowhere
     TextView name;      // as a text export writes it
     TextView modelName; // as the object model has it; empty for what the model does not show
     BuiltIn builtIn;
     Confidence confidence;
-    int since; // the version of the stream that brought the place; 17 is the first that is known here
+    int since; // the version of the stream that brought it; 17 is the first that is known here
+    PropertyNumber number = PropertyNumber::Unstated;
 
     constexpr PropertyFact(PropertyId place, ValueKind kindOfValue, TextView bothNames, BuiltIn value,
                            Confidence sureness = Confidence::Confirmed, int version = 17)
@@ -64,12 +63,18 @@ struct PropertyFact {
           since(version) {}
 };
 
-// Rising by id; empty for an unknown type.
+// Those with a place first, rising by it, then those that later versions added, rising by number; empty for an unknown
+// type. They live as long as the program.
 std::span<const PropertyFact> propertiesOf(DesignType type);
 
 // Nullptr when the type has no such property. Names are looked up without regard to case, those of the object model
 // first ("BorderStyle") and then those of the export ("OldBorderStyle").
 const PropertyFact* findProperty(DesignType type, PropertyId id);
+const PropertyFact* findProperty(DesignType type, PropertyNumber number);
 const PropertyFact* findProperty(DesignType type, TextView name);
+
+// What is known of a property whatever object it is met in: nullptr when nobody has named it.
+const PropertyFact* findProperty(PropertyNumber number);
+const PropertyFact* findProperty(TextView name);
 
 } // namespace relvane::access

@@ -11,20 +11,23 @@ namespace {
 struct KindFacts {
     jet::ObjectType objectType;
     ModuleRow row;
+    TextView container; // in the store
     TextView title;
     DesignType root;
 };
 
 const KindFacts& factsOf(DesignKind kind) {
-    static constexpr KindFacts form{jet::ObjectType::Form, ModuleRow::Form, u"フォーム", DesignType::Form};
-    static constexpr KindFacts report{jet::ObjectType::Report, ModuleRow::Report, u"レポート",
+    static constexpr KindFacts form{jet::ObjectType::Form, ModuleRow::Form, u"Forms", u"フォーム",
+                                    DesignType::Form};
+    static constexpr KindFacts report{jet::ObjectType::Report, ModuleRow::Report, u"Reports", u"レポート",
                                       DesignType::Report};
     return kind == DesignKind::Form ? form : report;
 }
 
-[[noreturn]] void failMissing(const DesignDocument& document, TextView cause) {
+[[noreturn]] void failMissing(const DesignDocument& document, TextView reason, TextView cause) {
     Text detail = document.title();
-    detail += document.hasModule ? u": デザインがありません" : u": デザインも、モジュールの行もありません";
+    detail += u": ";
+    detail += reason;
     if (!cause.empty()) {
         detail += u" (";
         detail += cause;
@@ -44,10 +47,10 @@ Text DesignDocument::title() const {
 }
 
 DesignSource::DesignSource(std::shared_ptr<const jet::JetFile> file)
-    : file_(std::move(file)), modules_(*file_) {
+    : file_(std::move(file)), modules_(*file_), storage_(*file_) {
     forms_ = documents(DesignKind::Form);
     reports_ = documents(DesignKind::Report);
-    if (!canRead()) {
+    if (!file_->header().isJet3()) {
         markModules(ModuleSource(file_));
     }
 }
@@ -81,40 +84,59 @@ const DesignDocument* DesignSource::find(DesignKind kind, TextView name) const {
 }
 
 DesignStreams DesignSource::streams(const DesignDocument& document) const {
-    if (!canRead()) {
-        throw RunTimeError(static_cast<int>(ErrorNumber::UnrecognizedFormat),
-                           u"Access97より新しいバージョンのデザインはまだ読み込めません。 (" +
-                               document.title() + u")");
-    }
     DesignStreams streams;
     try {
-        const jet::NamedRow row = file_->catalogue().row(*document.entry);
-        streams = {DesignPlace::Catalogue, row.bytes(u"LvExtra"), row.bytes(u"Lv")};
-        if (streams.design.empty()) {
-            if (const auto module = modules_.row(factsOf(document.kind).row, document.name)) {
-                streams = {DesignPlace::ModuleRow, module->bytes(u"Form"), module->bytes(u"TypeInfo")};
-            }
-        }
+        streams = firstStreams(document);
     } catch (const RunTimeError& error) {
         throw RunTimeError(error.number(), error.description() + u" (" + document.title() + u")");
     }
     if (streams.design.empty()) {
-        failMissing(document, modules_.problem());
+        const bool isWithoutRow = file_->header().isJet3() && !document.hasModule;
+        failMissing(document,
+                    isWithoutRow ? u"デザインも、モジュールの行もありません" : u"デザインがありません",
+                    modules_.problem());
     }
     return streams;
 }
 
+DesignStreams DesignSource::firstStreams(const DesignDocument& document) const {
+    const KindFacts& kind = factsOf(document.kind);
+    const jet::NamedRow row = file_->catalogue().row(*document.entry);
+    if (Bytes design = row.bytes(u"LvExtra"); !design.empty()) {
+        return {DesignPlace::Catalogue, {}, std::move(design), row.bytes(u"Lv"), {}};
+    }
+    if (const auto module = modules_.row(kind.row, document.name)) {
+        if (Bytes design = module->bytes(u"Form"); !design.empty()) {
+            return {DesignPlace::ModuleRow, {}, std::move(design), module->bytes(u"TypeInfo"), {}};
+        }
+    }
+    if (const auto place = storage_.find(kind.container, document.name)) {
+        return {DesignPlace::Store, Text(nameOf(place->table)) + u": " + place->path, place->stream(u"Blob"),
+                place->stream(u"TypeInfo"), place->stream(u"BlobDelta")};
+    }
+    return {};
+}
+
 std::shared_ptr<const Design> DesignSource::design(const DesignDocument& document) const {
     const Text title = document.title();
-    StoredDesign stored = readDesignStream(streams(document).design, title);
-    if (stored.root.type != factsOf(document.kind).root) {
-        failDamagedDesign(title, u"デザイン", stored.root.offset, u"種類が違います");
+    const DesignStreams stored = streams(document);
+    StoredDesign design = readDesignStream(stored.design, title);
+    if (design.root.type != factsOf(document.kind).root) {
+        failDamagedDesign(title, u"デザイン", design.root.offset, u"種類が違います");
     }
-    return std::make_shared<const Design>(std::move(stored), file_->header().codePage);
+    const bool mayHaveAdditions = design.version.version == design_format::access2000.version;
+    if (mayHaveAdditions && !stored.additions.empty()) {
+        addLaterProperties(design, readDesignStream(stored.additions, title, u"追加のデザイン"));
+    }
+    return std::make_shared<const Design>(std::move(design), file_->header().codePage);
 }
 
 TypeInfo DesignSource::typeInfo(const DesignDocument& document) const {
-    return readTypeInfo(streams(document).typeInfo, file_->header().codePage, document.title());
+    const DesignStreams stored = streams(document);
+    if (stored.typeInfo.empty() && stored.place == DesignPlace::Store) {
+        return {document.kind == DesignKind::Report, {}};
+    }
+    return readTypeInfo(stored.typeInfo, file_->header().codePage, document.title());
 }
 
 } // namespace relvane::access

@@ -1,6 +1,8 @@
 #include "access/design_stream.h"
 
 #include <algorithm>
+#include <iterator>
+#include <limits>
 
 #include "access/design_bytes.h"
 
@@ -9,12 +11,42 @@ namespace {
 
 using namespace design_format;
 
+// The lengths in which a kind of the wide grammar comes, and how the value is kept then.
+struct WideForm {
+    WideKind kind;
+    std::size_t length;
+    ValueKind value;
+};
+constexpr std::size_t anyLength = std::numeric_limits<std::size_t>::max();
+constexpr WideForm wideForms[] = {
+    {WideKind::Flag, 0, ValueKind::Flag},
+    {WideKind::Flag, 1, ValueKind::Boolean},
+    {WideKind::Flag, 4, ValueKind::Boolean},
+    {WideKind::Byte, 1, ValueKind::Byte},
+    {WideKind::Word, 2, ValueKind::Word},
+    {WideKind::Word, 4, ValueKind::Long},
+    {WideKind::Long, 4, ValueKind::Long},
+    {WideKind::Real, 4, ValueKind::Real},
+    {WideKind::Date, 8, ValueKind::Date},
+    {WideKind::Guid, 16, ValueKind::Guid},
+    {WideKind::Text, anyLength, ValueKind::Text},
+    {WideKind::Binary, anyLength, ValueKind::Binary},
+    {WideKind::LongText, anyLength, ValueKind::Text},
+    {WideKind::Macro, anyLength, ValueKind::Macro},
+};
+
+bool isTail(std::uint32_t slot) {
+    return slot >= noChildren && slot <= manyChildren;
+}
+
 class StreamReader {
 public:
-    StreamReader(std::span<const std::uint8_t> stream, TextView owner) : bytes_(stream, owner) {}
+    StreamReader(std::span<const std::uint8_t> stream, TextView owner, TextView part)
+        : bytes_(stream, owner, part) {}
 
     StoredDesign read() {
         StoredDesign design{readVersion(), {}};
+        isWide_ = design.version.grammar == Grammar::Wide;
         readObject(design.root, 1);
         if (!isRoot(design.root.type)) {
             bytes_.fail(design.root.offset, u"フォームでもレポートでもありません");
@@ -50,20 +82,29 @@ private:
         object.type = static_cast<DesignType>(bytes_.u16());
         for (;;) {
             const std::size_t at = bytes_.offset();
-            const std::uint8_t id = bytes_.u8();
-            if (classOf(id) == ValueClass::Tail) {
-                readChildren(object, id, level);
+            const std::uint32_t slot = isWide_ ? bytes_.u32() : bytes_.u8();
+            if (isTail(slot)) {
+                readChildren(object, slot, level);
                 return;
             }
-            if (!object.values.empty() && object.values.back().id >= id) {
+            if (slot > std::numeric_limits<PropertyId>::max()) {
+                bytes_.fail(at, u"プロパティの位置が正しくありません");
+            }
+            if (!isWide_ && !object.values.empty() && object.values.back().id >= slot) {
                 bytes_.fail(at, u"プロパティの順序が正しくありません");
             }
-            object.values.push_back(readValue(id));
+            StoredValue& value = object.values.emplace_back();
+            value.id = static_cast<PropertyId>(slot);
+            if (isWide_) {
+                readWideValue(value, at);
+            } else {
+                readCompactValue(value);
+            }
         }
     }
 
     // A count says nothing about memory: an object is made when its bytes are there.
-    void readChildren(StoredObject& object, std::uint8_t tail, std::size_t level) {
+    void readChildren(StoredObject& object, std::uint32_t tail, std::size_t level) {
         const std::size_t count = tail == noChildren ? 0 : tail == oneChild ? 1 : bytes_.u16();
         for (std::size_t i = 0; i < count; ++i) {
             if (bytes_.atEnd()) {
@@ -73,26 +114,20 @@ private:
         }
     }
 
-    StoredValue readValue(std::uint8_t id) {
-        StoredValue value{id, 0, {}};
-        switch (classOf(id)) {
+    void readCompactValue(StoredValue& value) {
+        switch (classOf(static_cast<std::uint8_t>(value.id))) {
         case ValueClass::Byte:
-            value.number = bytes_.u8();
-            break;
+            return readContent(value, ValueKind::Byte, 1);
         case ValueClass::Word:
-            value.number = static_cast<std::int16_t>(bytes_.u16());
-            break;
+            return readContent(value, ValueKind::Word, 2);
         case ValueClass::Long:
-            value.number = static_cast<std::int32_t>(bytes_.u32());
-            break;
+            return readContent(value, ValueKind::Long, 4);
         case ValueClass::Variable:
-            value.bytes = bytes_.copy(readLength());
-            break;
+            return readContent(value, ValueKind::Untold, readLength());
         case ValueClass::Flag:
         case ValueClass::Tail:
             break;
         }
-        return value;
     }
 
     std::size_t readLength() {
@@ -106,18 +141,87 @@ private:
         return length;
     }
 
+    // A kind that nobody has met passes as bytes; a known one of another length does not.
+    void readWideValue(StoredValue& value, std::size_t at) {
+        value.property = static_cast<PropertyNumber>(bytes_.u16());
+        const auto kind = static_cast<WideKind>(bytes_.u32());
+        bytes_.u32(); // how much memory the value takes
+        const std::size_t length = bytes_.u32();
+        bool isKnown = false;
+        for (const WideForm& form : wideForms) {
+            if (form.kind == kind && (form.length == length || form.length == anyLength)) {
+                return readContent(value, form.value, length);
+            }
+            isKnown = isKnown || form.kind == kind;
+        }
+        if (isKnown) {
+            bytes_.fail(at, u"値の長さが正しくありません");
+        }
+        readContent(value, ValueKind::Untold, length);
+    }
+
+    void readContent(StoredValue& value, ValueKind kind, std::size_t length) {
+        value.kind = kind;
+        switch (kind) {
+        case ValueKind::Flag:
+            break;
+        case ValueKind::Boolean:
+            value.number = readNumber(length) == 0 ? 0 : 1;
+            break;
+        case ValueKind::Byte:
+        case ValueKind::Word:
+        case ValueKind::Long:
+            value.number = readNumber(length);
+            break;
+        default:
+            value.bytes = bytes_.copy(length);
+        }
+    }
+
+    std::int32_t readNumber(std::size_t length) {
+        switch (length) {
+        case 1:
+            return bytes_.u8();
+        case 2:
+            return static_cast<std::int16_t>(bytes_.u16());
+        default:
+            return static_cast<std::int32_t>(bytes_.u32());
+        }
+    }
+
     DesignBytes bytes_;
+    bool isWide_ = false;
 };
+
+bool areAlike(const StoredObject& object, const StoredObject& other) {
+    return object.type == other.type && std::ranges::equal(object.children, other.children, areAlike);
+}
+
+void appendValues(StoredObject& object, StoredObject& additions) {
+    std::ranges::move(additions.values, std::back_inserter(object.values));
+    for (std::size_t i = 0; i < object.children.size(); ++i) {
+        appendValues(object.children[i], additions.children[i]);
+    }
+}
 
 } // namespace
 
 const StoredValue* StoredObject::find(PropertyId id) const {
-    const auto found = std::ranges::lower_bound(values, id, {}, &StoredValue::id);
-    return found == values.end() || found->id != id ? nullptr : &*found;
+    const auto found = std::ranges::find(values, id, &StoredValue::id);
+    return found == values.end() ? nullptr : &*found;
 }
 
-StoredDesign readDesignStream(std::span<const std::uint8_t> stream, TextView owner) {
-    return StreamReader(stream, owner).read();
+StoredDesign readDesignStream(std::span<const std::uint8_t> stream, TextView owner, TextView part) {
+    return StreamReader(stream, owner, part).read();
+}
+
+bool addLaterProperties(StoredDesign& design, StoredDesign additions) {
+    if (!areAlike(design.root, additions.root)) {
+        return false;
+    }
+    appendValues(design.root, additions.root);
+    design.addedVersion = additions.version.version;
+    return true;
 }
 
 } // namespace relvane::access

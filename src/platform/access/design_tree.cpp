@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "jet/byte_span.h"
+#include "access/design_bytes.h"
 #include "platform/codepage.h"
 
 namespace relvane::access {
@@ -30,17 +30,56 @@ bool hasKnownFlag(const PropertyFact* fact) {
     return fact != nullptr && fact->builtIn.kind == BuiltIn::Kind::Boolean;
 }
 
+// Of these the compact grammar does not tell one from the other.
+bool isData(ValueKind kind) {
+    return kind == ValueKind::Text || kind == ValueKind::Binary || kind == ValueKind::Date ||
+           kind == ValueKind::Guid;
+}
+
 constexpr std::size_t dateSize = 8;
+
+constexpr TextView embeddedMacro = u"[Embedded Macro]", embeddedMacroEnding = u"EmMacro";
 
 } // namespace
 
+// Of a property that stands twice the compact grammar's value counts, or else the last one.
 DesignObject::DesignObject(const Design& design, const StoredObject& stored, const DesignObject* parent)
     : design_(&design), stored_(&stored), parent_(parent) {
-    const PropertyFact* fact = findProperty(type(), u"Name");
-    const StoredValue* name = fact == nullptr ? nullptr : stored.find(fact->id);
-    if (name != nullptr) {
-        name_ = design.text(name->bytes);
+    for (const StoredValue& value : stored.values) {
+        const PropertyFact* fact = factOf(value);
+        if (fact == nullptr) {
+            continue;
+        }
+        const auto place = std::ranges::lower_bound(named_, fact, {}, &decltype(named_)::value_type::first);
+        if (place == named_.end() || place->first != fact) {
+            named_.emplace(place, fact, &value);
+        } else if (place->second->property != PropertyNumber::Unstated) {
+            place->second = &value;
+        }
     }
+    if (const auto name = value(u"Name"); name && std::holds_alternative<Text>(*name)) {
+        name_ = std::get<Text>(*name);
+    }
+}
+
+const PropertyFact* DesignObject::factOf(const StoredValue& value) const {
+    const PropertyFact* ofPlace = findProperty(type(), value.id);
+    if (value.property == PropertyNumber::Unstated) {
+        return ofPlace;
+    }
+    if (const PropertyFact* ofNumber = findProperty(type(), value.property)) {
+        return ofNumber;
+    }
+    if (const PropertyFact* ofNumber = findProperty(value.property)) {
+        return ofNumber;
+    }
+    const bool isFree = ofPlace != nullptr && ofPlace->number == PropertyNumber::Unstated;
+    return isFree ? ofPlace : nullptr;
+}
+
+const StoredValue* DesignObject::find(const PropertyFact& fact) const {
+    const auto place = std::ranges::lower_bound(named_, &fact, {}, &decltype(named_)::value_type::first);
+    return place == named_.end() || place->first != &fact ? nullptr : place->second;
 }
 
 const DesignObject* DesignObject::section() const {
@@ -82,31 +121,59 @@ const DesignObject* DesignObject::inheritsFrom() const {
 
 Value DesignObject::decoded(const StoredValue& value) const {
     const PropertyFact* fact = factOf(value);
-    switch (design_format::classOf(static_cast<std::uint8_t>(value.id))) {
-    case design_format::ValueClass::Flag:
-        return hasKnownFlag(fact) ? this->value(*fact) : Value(true);
-    case design_format::ValueClass::Variable:
-        break;
-    default:
-        return std::int64_t{value.number};
-    }
     const jet::ByteSpan bytes(value.bytes, 0);
-    if (fact == nullptr) {
-        return value.bytes;
-    }
-    if (fact->kind == ValueKind::Text) {
+    const bool isToldByProperty = value.kind == ValueKind::Untold && fact != nullptr && isData(fact->kind);
+    switch (isToldByProperty ? fact->kind : value.kind) {
+    case ValueKind::Flag:
+        return hasKnownFlag(fact) ? flag(*fact) : true;
+    case ValueKind::Boolean:
+        return value.number != 0;
+    case ValueKind::Byte:
+    case ValueKind::Word:
+    case ValueKind::Long:
+        return std::int64_t{value.number};
+    case ValueKind::Real:
+        return bytes.f32(0);
+    case ValueKind::Text:
         return design_->text(value.bytes);
-    }
-    if (fact->kind == ValueKind::Date && bytes.size() == dateSize) {
-        if (const auto date = DateTime::fromOleDate(bytes.f64(0))) {
-            return *date;
+    case ValueKind::Date:
+        if (bytes.size() == dateSize) {
+            if (const auto date = DateTime::fromOleDate(bytes.f64(0))) {
+                return *date;
+            }
         }
-    }
-    if (Guid guid; fact->kind == ValueKind::Guid && bytes.size() == guid.bytes.size()) {
-        std::ranges::copy(value.bytes, guid.bytes.begin());
-        return guid;
+        break;
+    case ValueKind::Guid:
+        if (Guid guid; bytes.size() == guid.bytes.size()) {
+            std::ranges::copy(value.bytes, guid.bytes.begin());
+            return guid;
+        }
+        break;
+    case ValueKind::Binary:
+    case ValueKind::Macro:
+    case ValueKind::Untold:
+        break;
     }
     return value.bytes;
+}
+
+// The block turns what is built in, the control what the block makes of it; a Boolean says it outright.
+bool DesignObject::flag(const PropertyFact& fact) const {
+    bool value = fact.builtIn.number != 0;
+    for (const DesignObject* object : {inheritsFrom(), this}) {
+        if (const StoredValue* stored = object == nullptr ? nullptr : object->find(fact)) {
+            value = stored->kind == ValueKind::Flag ? !value : stored->number != 0;
+        }
+    }
+    return value;
+}
+
+bool DesignObject::hasEmbeddedMacro(const PropertyFact& event) const {
+    return std::ranges::any_of(named_, [&](const auto& named) {
+        const TextView name = named.first->name;
+        return named.first->kind == ValueKind::Macro && name.starts_with(event.name) &&
+               name.substr(event.name.size()) == embeddedMacroEnding;
+    });
 }
 
 Value DesignObject::value(const PropertyFact& fact) const {
@@ -115,16 +182,17 @@ Value DesignObject::value(const PropertyFact& fact) const {
             return *type;
         }
     }
-    const DesignObject* block = inheritsFrom();
-    const StoredValue* own = stored_->find(fact.id);
-    const StoredValue* inherited = block == nullptr ? nullptr : block->stored_->find(fact.id);
     if (hasKnownFlag(&fact)) {
-        const bool turned = (own != nullptr) != (inherited != nullptr);
-        return (fact.builtIn.number != 0) != turned;
+        return flag(fact);
     }
-    if (own != nullptr) {
+    if (const StoredValue* own = find(fact)) {
         return decoded(*own);
     }
+    if (fact.kind == ValueKind::Text && hasEmbeddedMacro(fact)) {
+        return Text(embeddedMacro);
+    }
+    const DesignObject* block = inheritsFrom();
+    const StoredValue* inherited = block == nullptr ? nullptr : block->find(fact);
     return inherited != nullptr ? block->decoded(*inherited) : fact.builtIn.value();
 }
 
@@ -135,10 +203,10 @@ std::optional<Value> DesignObject::rowSourceType(const PropertyFact& fact) const
         if (object == nullptr) {
             continue;
         }
-        if (const StoredValue* text = object->stored_->find(fact.id)) {
+        if (const StoredValue* text = object->find(fact)) {
             return object->decoded(*text);
         }
-        const StoredValue* stored = number == nullptr ? nullptr : object->stored_->find(number->id);
+        const StoredValue* stored = number == nullptr ? nullptr : object->find(*number);
         if (stored != nullptr && !rowSourceTypeText(stored->number).empty()) {
             return Text(rowSourceTypeText(stored->number));
         }
@@ -148,7 +216,12 @@ std::optional<Value> DesignObject::rowSourceType(const PropertyFact& fact) const
 
 std::optional<Value> DesignObject::value(TextView name) const {
     const PropertyFact* fact = findProperty(type(), name);
-    return fact == nullptr ? std::nullopt : std::optional(value(*fact));
+    if (fact != nullptr && (fact->id != noPlace || fact->since <= design_->modelVersion())) {
+        return value(*fact);
+    }
+    fact = findProperty(name); // of another type, but this object may have it all the same
+    const StoredValue* own = fact == nullptr ? nullptr : find(*fact);
+    return own == nullptr ? std::nullopt : std::optional(decoded(*own));
 }
 
 Value DesignObject::operator[](TextView name) const {
@@ -162,8 +235,7 @@ Value DesignObject::operator[](TextView name) const {
 std::span<const std::uint8_t> DesignObject::bytes(TextView name) const {
     const PropertyFact* fact = findProperty(type(), name);
     for (const DesignObject* object : {this, inheritsFrom()}) {
-        const StoredValue* stored =
-            fact == nullptr || object == nullptr ? nullptr : object->stored_->find(fact->id);
+        const StoredValue* stored = fact == nullptr || object == nullptr ? nullptr : object->find(*fact);
         if (stored != nullptr) {
             return stored->bytes;
         }
@@ -206,6 +278,11 @@ const DesignObject* Design::defaultBlock(DesignType type) const {
     return found == blockOfType_.end() ? nullptr : found->second;
 }
 
+int Design::modelVersion() const {
+    return std::max(
+        {int{design_format::access97.version}, int{stored_.version.version}, stored_.addedVersion});
+}
+
 const DesignObject* Design::section(int index) const {
     const auto found = std::ranges::find(sections_, index, &DesignObject::sectionIndex);
     return found == sections_.end() ? nullptr : *found;
@@ -218,15 +295,8 @@ const DesignObject* Design::findControl(TextView name) const {
 }
 
 Text Design::text(std::span<const std::uint8_t> bytes) const {
-    if (stored_.version.text == design_format::TextForm::CodePage) {
-        return decode(bytes, codePage_);
-    }
-    const jet::ByteSpan span(bytes, 0);
-    Text text;
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
-        text += static_cast<char16_t>(span.u16(i));
-    }
-    return text;
+    return stored_.version.text == design_format::TextForm::CodePage ? decode(bytes, codePage_)
+                                                                     : textOfUtf16(bytes);
 }
 
 } // namespace relvane::access

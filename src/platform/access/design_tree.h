@@ -43,16 +43,19 @@ public:
     // the page, then 5 and 6 of group level 0, 7 and 8 of level 1 and so on. Only for sections.
     int sectionIndex() const;
 
-    // What the object itself stores, rising by id. A value of a property that nobody has named is a number, or Bytes
-    // in the variable class, or True for a flag; so is a flag whose built-in value is unknown.
+    // What the object itself stores, in stored order. A value of a property that nobody has named is a number, or Bytes
+    // when it may be anything, or True for a flag; so is a flag whose built-in value is unknown.
     const std::vector<StoredValue>& storedValues() const { return stored_->values; }
-    const PropertyFact* factOf(const StoredValue& value) const { return findProperty(type(), value.id); }
+    // By the number that stands beside the value, or else by its place; nullptr when nobody has named the property.
+    const PropertyFact* factOf(const StoredValue& value) const;
     Value decoded(const StoredValue& value) const;
 
-    // The value of a property by either of its names (findProperty); nothing when the type has no such property.
+    // The value of a property by either of its names (findProperty); nothing when the type has no such property in the
+    // design's version and the object stores none of that name either.
     // From the object, or else the default block of its type, or else what is built in. Null means that nothing is
     // stored and the built-in value is unknown, or that there is none.
-    // RowSourceType is always a text, also where only its number is stored.
+    // RowSourceType is always a text, also where only its number is stored. An event that runs a macro kept in the
+    // design itself is "[Embedded Macro]"; the macro stands beside it, under the event's name and "EmMacro".
     std::optional<Value> value(TextView name) const;
     Value value(const PropertyFact& fact) const;
     // The same, for a property that the type surely has: error 438 when it has not.
@@ -66,7 +69,10 @@ private:
     friend class Design;
     DesignObject(const Design& design, const StoredObject& stored, const DesignObject* parent);
 
-    const DesignObject* inheritsFrom() const; // the default block of a control
+    const DesignObject* inheritsFrom() const;                // the default block of a control
+    const StoredValue* find(const PropertyFact& fact) const; // what the object itself stores
+    bool flag(const PropertyFact& fact) const;
+    bool hasEmbeddedMacro(const PropertyFact& event) const;
     std::optional<Value> rowSourceType(const PropertyFact& fact) const;
 
     const Design* design_;
@@ -74,6 +80,7 @@ private:
     const DesignObject* parent_;
     Text name_;
     std::vector<const DesignObject*> children_;
+    std::vector<std::pair<const PropertyFact*, const StoredValue*>> named_; // stored values, rising by fact
 };
 
 class Design {
@@ -84,6 +91,8 @@ public:
     Design& operator=(const Design&) = delete;
 
     int version() const { return stored_.version.version; }
+    // Whose properties the design can have: that of its stream, or of the stream with its later properties.
+    int modelVersion() const;
     bool isReport() const { return root().type() == DesignType::Report; }
 
     const DesignObject& root() const { return objects_.front(); }
@@ -99,6 +108,7 @@ public:
     const DesignObject*
     findControl(TextView name) const; // without regard to case; nullptr when there is none
 
+    int codePage() const { return codePage_; }
     // Text of bytes of this design.
     Text text(std::span<const std::uint8_t> bytes) const;
 

@@ -41,6 +41,9 @@ TypeInfo readTypeInfo(std::span<const std::uint8_t> bytes, int codePage, TextVie
         if (entry.name.empty()) {
             entry.name = entry.prefix;
         }
+        if (entry.type == static_cast<std::uint8_t>(DesignType::CustomControl)) {
+            reader.take(libraryReferenceSize);
+        }
     }
     if (!reader.atEnd()) {
         reader.fail(reader.offset(), u"終わりの後にデータがあります");

@@ -11,6 +11,9 @@ namespace relvane::access {
 
 class Design;
 
+// Behind the texts of an ActiveX control stands where it comes from: the ids of its library and its class, and a version.
+constexpr std::size_t libraryReferenceSize = 16 + 16 + 2 + 2;
+
 struct TypeInfoEntry {
     std::uint8_t type = 0;      // DesignType, or 0xFF for a field of the record source without a control
     std::uint8_t classCode = 0; // the VBA class of the member

@@ -12,8 +12,11 @@ enum Slot : std::size_t { Reserved, Comment, Condition, Name, FirstArgument };
 constexpr std::size_t slotCount = FirstArgument + MacroRow::argumentCount;
 constexpr std::uint16_t emptySlot = 0xFFFF;
 
-// The second number of the version says how texts are kept: from this one on in UTF-16.
-constexpr int firstUtf16Version = 3;
+// The second number of the version says how texts are kept: this one in UTF-16, those before in the code page.
+constexpr int utf16Version = 3;
+
+// So begins the comment of a row that holds a piece of the macro as XML.
+constexpr TextView pieceOfXml = u"_AXL:";
 
 Text& textOf(MacroRow& row, std::size_t slot) {
     switch (slot) {
@@ -40,12 +43,15 @@ public:
         readHeader(sheet);
         std::uint16_t last = 0;
         while (!bytes_.atEnd()) {
-            MacroRow& row = sheet.rows.emplace_back();
+            MacroRow row;
             readRecord(row);
             if (row.number <= last) {
                 bytes_.fail(row.offset, u"行番号の順序が正しくありません");
             }
             last = row.number;
+            if (row.hasAction() || !row.comment.starts_with(pieceOfXml)) {
+                sheet.rows.push_back(std::move(row));
+            }
         }
         return sheet;
     }
@@ -69,7 +75,8 @@ private:
             return;
         }
         sheet.version = MacroVersion{numberOf(first), numberOf(second)};
-        if (sheet.version->second >= firstUtf16Version) {
+        isUtf16_ = sheet.version->second == utf16Version;
+        if (sheet.version->second > utf16Version) {
             throw RunTimeError(ErrorNumber::UnrecognizedFormat,
                                Text(bytes_.owner()) + u" のシートのバージョン " + first + u"." + second);
         }
@@ -121,7 +128,8 @@ private:
             if (slots[slot] != at - start) {
                 bytes_.fail(at, u"文字列の位置が正しくありません");
             }
-            textOf(row, slot) = decode(bytes_.zeroTerminated(), codePage_);
+            textOf(row, slot) = isUtf16_ ? textOfUtf16(bytes_.zeroTerminatedUtf16())
+                                         : decode(bytes_.zeroTerminated(), codePage_);
         }
         if (bytes_.offset() - start != length) {
             bytes_.fail(bytes_.offset(), u"文字列の長さが正しくありません");
@@ -130,6 +138,7 @@ private:
 
     DesignBytes bytes_;
     int codePage_;
+    bool isUtf16_ = false; // from behind the header on
 };
 
 } // namespace

@@ -6,7 +6,10 @@
 //
 // A slot has the place of its string in the text, or FFFF when it is empty. The strings end in a zero and fill the text
 // without a gap, no two slots sharing one. The header is a record too: in place of the action it says which columns
-// the window shows, its row is 0, and the first two arguments hold the version of the writer, or nothing.
+// the window shows, its row is 0, and the first two arguments hold the version of the writer, or nothing. From version 3
+// on the strings of rows are UTF-16; those of the header are bytes all the same.
+//
+// Access 2010 and later keep the macro a second time as XML, cut into remarks behind the rows. They are no rows.
 #pragma once
 
 #include <array>
@@ -59,9 +62,9 @@ struct MacroMember {
 // In the order of the rows, each row in exactly one. The sheet must outlive them.
 std::vector<MacroMember> membersOf(const MacroSheet& sheet);
 
-// Reads a sheet to its last byte; texts are of `codePage`. `owner` is what an error names: "マクロ \"Customers\"".
-// Errors: 3049 with the owner, the offset and the reason when anything does not fit; 3343 for a sheet of Access 2000
-// or later, whose texts are UTF-16. A sheet that ends behind a whole record cannot be told from a shorter one.
+// Reads a sheet to its last byte; texts that are not UTF-16 are of `codePage`. `owner` is what an error names: "マクロ
+// \"Customers\"". Errors: 3049 with the owner, the offset and the reason when anything does not fit; 3343 for a version
+// that nobody knows. A sheet that ends behind a whole record cannot be told from a shorter one.
 MacroSheet readMacroSheet(std::span<const std::uint8_t> stream, int codePage, TextView owner);
 
 } // namespace relvane::access

@@ -14,7 +14,8 @@ Text MacroDocument::title() const {
 }
 
 // The catalogue is in the order of parents and names, which within one container is the order of its documents.
-MacroSource::MacroSource(std::shared_ptr<const jet::JetFile> file) : file_(std::move(file)) {
+MacroSource::MacroSource(std::shared_ptr<const jet::JetFile> file)
+    : file_(std::move(file)), storage_(*file_) {
     for (const jet::CatalogueEntry& entry : file_->catalogue().entries()) {
         if (entry.type == jet::ObjectType::Macro) {
             macros_.push_back({entry.name, &entry});
@@ -29,14 +30,9 @@ const MacroDocument* MacroSource::find(TextView name) const {
 }
 
 Bytes MacroSource::stream(const MacroDocument& macro) const {
-    if (!canRead()) {
-        throw RunTimeError(static_cast<int>(ErrorNumber::UnrecognizedFormat),
-                           u"Access97より新しいバージョンのマクロはまだ読み込めません。 (" + macro.title() +
-                               u")");
-    }
     Bytes stream;
     try {
-        stream = file_->catalogue().row(*macro.entry).bytes(u"LvExtra");
+        stream = storedStream(macro);
     } catch (const RunTimeError& error) {
         throw RunTimeError(error.number(), error.description() + u" (" + macro.title() + u")");
     }
@@ -44,6 +40,14 @@ Bytes MacroSource::stream(const MacroDocument& macro) const {
         throw RunTimeError(ErrorNumber::DatabaseDamaged, macro.title() + u": シートがありません");
     }
     return stream;
+}
+
+Bytes MacroSource::storedStream(const MacroDocument& macro) const {
+    if (Bytes stream = file_->catalogue().row(*macro.entry).bytes(u"LvExtra"); !stream.empty()) {
+        return stream;
+    }
+    const auto place = storage_.find(u"Scripts", macro.name);
+    return place ? place->stream(u"Blob") : Bytes();
 }
 
 MacroSheet MacroSource::sheet(const MacroDocument& macro) const {

@@ -1,10 +1,13 @@
-// Where a database file of Access 97 keeps its macros: each in its own row of MSysObjects, the sheet in the column
-// LvExtra. Nothing else is stored of a macro; it has no compiled form.
+// Where a database file keeps its macros: in a file of Access 97 each in its own row of MSysObjects, the sheet in the
+// column LvExtra, in a newer one each in a storage of the store that Access keeps there (access_store.h). Nothing else is
+// stored of a macro; it has no compiled form. The store of a file of Access 97 that a newer Access has opened has a copy,
+// which helps where the row has lost the sheet.
 #pragma once
 
 #include <memory>
 
 #include "access/macro_sheet.h"
+#include "access/object_storage.h"
 #include "jet/jet_file.h"
 
 namespace relvane::access {
@@ -19,22 +22,23 @@ struct MacroDocument {
 
 class MacroSource {
 public:
-    // Reads the names alone and does not fail. A file newer than Access 97 gives its macros too, but not their
-    // sheets: these lie in another store.
+    // Reads the names alone and does not fail.
     explicit MacroSource(std::shared_ptr<const jet::JetFile> file);
 
-    bool canRead() const { return file_->header().isJet3(); }
     const std::vector<MacroDocument>& macros() const { return macros_; } // in the order of the container
     const MacroDocument* find(TextView name) const;                      // without regard to case
 
-    // Errors: 3049 with the macro's name when its sheet is missing, empty or lies in a damaged chain of pages; 3343
-    // for a file newer than Access 97.
+    // Error 3049 with the macro's name when its sheet is missing, empty or lies in a damaged chain of pages or a damaged
+    // store.
     Bytes stream(const MacroDocument& macro) const;
     // The errors of stream and of readMacroSheet.
     MacroSheet sheet(const MacroDocument& macro) const;
 
 private:
+    Bytes storedStream(const MacroDocument& macro) const;
+
     std::shared_ptr<const jet::JetFile> file_;
+    ObjectStorage storage_;
     std::vector<MacroDocument> macros_;
 };
 

@@ -59,8 +59,9 @@ Value alwaysFalse(const DesignObject&) {
     return false;
 }
 
-Value zero(const DesignObject&) {
-    return std::int64_t{0};
+template <const char16_t* name>
+Value storedOrZero(const DesignObject& object) {
+    return object.value(name).value_or(std::int64_t{0});
 }
 
 // Numbers that analyses compute with, where the object stores none and the built-in value is not known: a choice without
@@ -79,14 +80,17 @@ constexpr Computed ofControls[] = {{u"EventProcPrefix", eventProcPrefix},
                                    {u"ControlType", controlType},
                                    {u"Section", sectionNumber},
                                    {u"InSelection", alwaysFalse}};
-// Where a design keeps none of its own: page breaks cannot be hidden in Access 97.
+// Where a type keeps none of its own: page breaks cannot be hidden in Access 97.
 constexpr Computed unlessStored[] = {{u"Visible", alwaysTrue}};
 // Where a list takes its rows from, under the name that a subform has for its source: who asks every control that shows
 // other objects for its source needs not know which of them it is.
 constexpr Computed ofLists[] = {{u"SourceObject", rowSource}};
-// Nothing is known of a control of an unknown type, but that it has these.
-constexpr Computed ofUnknownControls[] = {
-    {u"Left", zero}, {u"Top", zero}, {u"Width", zero}, {u"Height", zero}};
+// Nothing is known of a control of an unknown type, but that it has these. What it stores is found by its number.
+constexpr char16_t left[] = u"Left", top[] = u"Top", width[] = u"Width", height[] = u"Height";
+constexpr Computed ofUnknownControls[] = {{left, storedOrZero<left>},
+                                          {top, storedOrZero<top>},
+                                          {width, storedOrZero<width>},
+                                          {height, storedOrZero<height>}};
 
 Value whenUnknown(const PropertyFact& fact) {
     if (fact.kind == ValueKind::Text) {
@@ -115,7 +119,7 @@ public:
     }
     const ModelClass& of(const DesignObject& object) const {
         return *classes_.at({isKnown(object.type()) ? object.type() : unknownControl, arrangementOf(object),
-                             object.design().version()});
+                             object.design().modelVersion()});
     }
 
 private:
@@ -203,15 +207,28 @@ void ModelClass::addPlaces(std::span<const PropertyPlace> places) {
         places_.push_back(
             {place.isSupposed ? TextView() : place.name, place.showsValue ? find(place.name) : nullptr});
     }
+    const auto addMembers = [&](bool later) {
+        for (const Member& member : members_) {
+            if (member.isLater() == later && isFirstOfName(member)) {
+                places_.push_back({member.name, &member});
+            }
+        }
+    };
     if (places.empty()) {
         // The order of this type is not known. Each property has a place all the same: what follows from the object
         // first, the others as they are stored.
-        for (std::size_t i = 0; i < members_.size(); ++i) {
-            if (names_.find(members_[i].name) == i) {
-                places_.push_back({members_[i].name, &members_[i]});
-            }
-        }
+        addMembers(false);
     }
+    count_ = static_cast<int>(places_.size());
+    addMembers(true);
+}
+
+bool ModelClass::isFirstOfName(const Member& member) const {
+    return find(member.name) == &member;
+}
+
+bool ModelClass::Member::isLater() const {
+    return stored != nullptr && stored->since > design_format::access97.version;
 }
 
 const ModelClass::Member* ModelClass::find(TextView name) const {
@@ -239,7 +256,7 @@ Value ModelClass::value(const DesignObject& object, TextView name) const {
 }
 
 Property ModelClass::at(const DesignObject& object, int position) const {
-    if (position < 0 || position >= count()) {
+    if (position < 0 || position >= countWithLater()) {
         return {{}, Text()};
     }
     const Place& place = places_[static_cast<std::size_t>(position)];

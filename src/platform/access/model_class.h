@@ -18,7 +18,10 @@ public:
     // whose built-in value is not known. Data comes as Bytes.
     Value value(const DesignObject& object, TextView name) const;
 
-    int count() const { return static_cast<int>(places_.size()); }
+    // As in Access 97, whatever the version: analyses tell by it where a control stands, and so where its events are.
+    int count() const { return count_; }
+    // With the properties of later versions, which stand behind those.
+    int countWithLater() const { return static_cast<int>(places_.size()); }
     // As Properties::Item. Data is an empty text here: who lists values by position prints them.
     Property at(const DesignObject& object, int position) const;
 
@@ -28,6 +31,7 @@ private:
         const PropertyFact* stored = nullptr;
         Value (*computed)(const DesignObject&) = nullptr; // goes before what is stored
         Value whenUnknown{};                              // neither stored nor built in
+        bool isLater() const;                             // than Access 97
         Value valueIn(const DesignObject& object) const;
     };
     struct Place {
@@ -48,11 +52,13 @@ private:
     void addComputed(TextView name, Value (*compute)(const DesignObject&));
     void addStored(const Key& key);
     void addPlaces(std::span<const PropertyPlace> places); // of the members there are
+    bool isFirstOfName(const Member& member) const;
     const Member* find(TextView name) const;
 
     std::vector<Member> members_;
     NameTable names_; // of members_
     std::vector<Place> places_;
+    int count_ = 0; // of the first places
 
     friend class ModelClasses;
 };
