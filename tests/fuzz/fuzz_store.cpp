@@ -1,12 +1,16 @@
 // Drives everything that reads the stores of newer files with arbitrary bytes: as a compound file, whose streams are all
-// read, and as a database, whose stores are walked and whose modules are asked for their texts.
+// read, and as a database, whose stores are walked and whose designs, macros and modules are read.
 
 #include <cstdlib>
 
 #include "access/access_store.h"
+#include "access/design_source.h"
+#include "access/macro_conversion.h"
+#include "access/macro_source.h"
 #include "access/module_source.h"
 #include "access/vba_compression.h"
 #include "access/vba_project.h"
+#include "fuzz/walk_design.h"
 #include "platform/runtime_error.h"
 
 namespace {
@@ -60,7 +64,12 @@ void lookAtDatabase(const std::shared_ptr<const jet::JetFile>& file) {
             }
         });
     }
-    const ModuleSource source(file); // does not fail
+    test::walkDesigns(DesignSource(file)); // which does not fail, nor do the other sources
+    const MacroSource macros(file);
+    for (const MacroDocument& macro : macros.macros()) {
+        skipErrors([&] { convertMacro(macro.name, macros.sheet(macro)); });
+    }
+    const ModuleSource source(file);
     for (const ModuleDocument& document : source.modules()) {
         check(source.find(document.owner, document.name) != nullptr);
         skipErrors([&] { source.text(document); });

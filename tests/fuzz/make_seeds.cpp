@@ -7,6 +7,7 @@
 #include "sample_builder/database_writer.h"
 #include "sample_builder/many_forms.h"
 #include "support/newer_stores.h"
+#include "support/wide_bytes.h"
 
 namespace relvane::samples {
 namespace {
@@ -99,14 +100,53 @@ DatabaseSpec designs() {
     return spec;
 }
 
-// A project, and a form with its place in the list.
+// A project, a wide form with a macro of its own, a report of Access 2000 with what a later version added to it, and a
+// macro in UTF-16.
 test::Streams storedObjects() {
+    using access::DesignType;
+    using Kind = access::design_format::WideKind;
+    using test::WideBytes;
+    Bytes sheet(36);
+    std::fill(sheet.begin() + 4, sheet.begin() + 32, std::uint8_t{0xFF});
     test::Streams streams = test::projectStreams();
-    const std::string list =
-        std::string(4, '\0') + "\x04\x08" + test::utf16(u"受注") + std::string("\x07\0\0\0", 4);
-    streams.emplace_back(u"Forms/\u0003DirData", Bytes(list.begin(), list.end()));
-    streams.emplace_back(u"Forms/7/Blob", Bytes(4500, 7));
+    streams.push_back(test::objectList(u"Forms", {{u"受注", 7}}));
+    streams.emplace_back(u"Forms/7/Blob", WideBytes(21)
+                                              .object(DesignType::Form)
+                                              .text(0xdc, 0x09c, u"受注")
+                                              .children(2)
+                                              .object(DesignType::CommandButton)
+                                              .word(0x67, 0x023, 9)
+                                              .noChildren()
+                                              .object(DesignType::Section)
+                                              .oneChild()
+                                              .object(DesignType::CommandButton)
+                                              .flag(0x04, 0x094)
+                                              .text(0xdc, 0x014, u"印刷")
+                                              .value(0x120, 0x1ea, Kind::Macro, sheet)
+                                              .boolean(0x181, 0x2e0, 1)
+                                              .value(0x14e, 0x28e, Kind::Real, Bytes(4))
+                                              .noChildren()
+                                              .bytes());
+    streams.push_back(test::objectList(u"Reports", {{u"一覧", 300}}));
+    streams.emplace_back(u"Reports/300/Blob",
+                         Bytes{0x13, 0, 0x13, 0, 0, 0, 0, 0, 0x97, 0, 0x63, 0x88, 0x2c, 0xfe, 0x98, 0, 0xfd});
+    streams.emplace_back(u"Reports/300/BlobDelta", WideBytes()
+                                                       .object(DesignType::Report)
+                                                       .boolean(0x132, 0x1c5, 1)
+                                                       .oneChild()
+                                                       .object(DesignType::Section)
+                                                       .word(0x116, 0x23b, 7)
+                                                       .noChildren()
+                                                       .bytes());
+    streams.push_back(test::objectList(u"Scripts", {{u"印刷", 1}}));
+    streams.emplace_back(u"Scripts/1/Blob", sheet);
     return streams;
+}
+
+DatabaseSpec databaseWithStore(TableSpec table) {
+    DatabaseSpec spec = test::databaseWith({std::move(table)});
+    spec.otherObjects.push_back({.name = u"印刷", .type = static_cast<int>(ObjectType::Macro)});
+    return spec;
 }
 
 } // namespace
@@ -132,8 +172,8 @@ int main(int count, char** arguments) {
     std::filesystem::create_directories(stores);
     const test::Streams streams = storedObjects();
     const relvane::Bytes compound = test::compoundFile(streams);
-    writeDatabase(test::databaseWith({test::storageTable(streams)}), stores / "rows.mdb");
-    writeDatabase(test::databaseWith({test::objectsTable(compound)}), stores / "pieces.mdb");
+    writeDatabase(databaseWithStore(test::storageTable(streams)), stores / "rows.mdb");
+    writeDatabase(databaseWithStore(test::objectsTable(compound)), stores / "pieces.mdb");
     std::ofstream(stores / "compound.bin", std::ios::binary)
         .write(reinterpret_cast<const char*>(compound.data()), static_cast<std::streamsize>(compound.size()));
     return 0;

@@ -70,6 +70,7 @@ void lookInside(std::span<const std::uint8_t> bytes) {
     readPrinterMode(bytes, japaneseCodePage);
     readPrinterNames(bytes, japaneseCodePage);
     readOleData(bytes);
+    readEmbeddedMacro(bytes, japaneseCodePage);
 }
 
 void walkDesign(const std::shared_ptr<const Design>& design) {
@@ -82,7 +83,10 @@ void walkDesign(const std::shared_ptr<const Design>& design) {
 }
 
 int walkDesigns(const dao::Database& database) {
-    const DesignSource source(jet::fileOf(database));
+    return walkDesigns(DesignSource(jet::fileOf(database)));
+}
+
+int walkDesigns(const DesignSource& source) {
     int read = 0;
     for (const auto* documents : {&source.forms(), &source.reports()}) {
         for (const DesignDocument& document : *documents) {

@@ -1,7 +1,7 @@
 // Reads everything that the design of a form or report can tell, as the analyses together would.
 #pragma once
 
-#include "access/design_tree.h"
+#include "access/design_source.h"
 #include "platform/dao.h"
 
 namespace relvane::test {
@@ -12,6 +12,7 @@ void walkDesign(const std::shared_ptr<const access::Design>& design);
 // The same for every form and report of a database that openDatabase opened, each with its list of names; a run-time
 // error ends the reading of that object alone. Returns how many were read to the end.
 int walkDesigns(const dao::Database& database);
+int walkDesigns(const access::DesignSource& source);
 
 // Takes bytes for each kind of data that a property can hold.
 void lookInside(std::span<const std::uint8_t> bytes);
