@@ -9,7 +9,7 @@ namespace {
 
 // How the boxes begin that report an error; all others are questions and notices.
 constexpr TextView errorBeginnings[] = {u"場所:", u"Access97以前のバージョンのファイルです。",
-                                        u"実行時エラー "};
+                                        u"実行時エラー ", u"エラーNO:", u"シート名が不正です。"};
 
 bool reportsError(const Text& text) {
     return std::ranges::any_of(errorBeginnings,

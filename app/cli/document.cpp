@@ -5,7 +5,11 @@
 
 #include "command.h"
 #include "comparison.h"
+#include "core/panels.h"
+#include "exports.h"
 #include "panel_desks.h"
+#include "platform/native_path.h"
+#include "press_steps.h"
 #include "session.h"
 #include "support_desks.h"
 #include "working_folder.h"
@@ -30,7 +34,10 @@ struct Folder {
     bool quiet;
     Steps title;
     std::vector<LinkMapping> links;
+    Exports exports;
     std::set<Text> saidBefore{};
+
+    bool hasPaper() const { return reports.folder.has_value(); }
 };
 
 enum class Ended { Well, WithError, WithoutTarget };
@@ -48,7 +55,47 @@ Ended runDesk(Folder& folder, const ReportOutput& reports, const std::function<b
 Ended runPanel(Folder& folder, const PanelDesk& panel, bool withLinks) {
     return runDesk(folder, folder.reports, [&](Session& session) {
         return (!withLinks || pressAll(session, panel.preparation)) && pressAll(session, panel.analyses) &&
-               pressAll(session, panel.views);
+               (!folder.hasPaper() || pressAll(session, panel.views)) && folder.exports.write(session);
+    });
+}
+
+// Every panel on a desk of its own.
+Ended runPanels(Folder& folder, bool withLinks) {
+    Ended all = Ended::Well;
+    for (const PanelDesk& panel : panelDesks()) {
+        if (!folder.hasPaper() && !hasExports(panel.name, folder.exports.formats())) {
+            continue;
+        }
+        const Ended ended = runPanel(folder, panel, withLinks);
+        if (ended == Ended::WithoutTarget) {
+            return ended; // the other desks would only say the same
+        }
+        if (ended == Ended::WithError && withLinks && !panel.preparation.empty()) {
+            // A link that leads nowhere is no reason to have nothing on paper about all other tables.
+            std::cerr << "relvane-cli: once more, without linked tables\n";
+            runPanel(folder, panel, false);
+        }
+        all = ended == Ended::Well ? all : ended;
+    }
+    return all;
+}
+
+// The analyses that a pattern of the batch chooses, on one desk, as its window runs them.
+Ended runPattern(Folder& folder, const fs::path& pattern) {
+    return runDesk(folder, folder.reports, [&](Session& session) {
+        session.dialogs.files.push_back(textOfNativePath(pattern.string()));
+        for (const char* step : {"m6", "frmBatch.cmdRead", "frmBatch.cmdExec"}) {
+            if (!carryOut(session.desk, parseStep(step)) || session.hasFailed()) {
+                return false;
+            }
+        }
+        const FrmRelvane& form = session.desk.frmRelvane;
+        for (const auto preview : previewButtons()) {
+            if (folder.hasPaper() && (form.*preview).isUsable()) {
+                pressAll(session, {(form.*preview).name()});
+            }
+        }
+        return folder.exports.write(session);
     });
 }
 
@@ -77,36 +124,40 @@ int runDocument(const Arguments& arguments) {
     const bool quiet = arguments.has("--quiet");
     const auto given = givenMappings(arguments);
 
+    std::optional<fs::path> pattern;
+    if (const auto file = arguments.value("--pattern")) {
+        pattern = fs::absolute(*file).lexically_normal();
+    }
+    const Formats formats = parseFormats(arguments.value("--formats").value_or("pdf,csv,text"));
+
     const WorkingFolder programFolder(arguments, WorkingFolder::Kind::PrivateUnlessNamed);
     std::vector<fs::path> files;
+    const auto written = [&files](const fs::path& file) { files.push_back(file); };
     Folder folder{target,
                   programFolder.path(),
-                  {out, [&files](const fs::path& file) { files.push_back(file); }},
+                  {formats.contains(Format::Pdf) ? std::optional(out) : std::nullopt, written},
                   quiet,
                   titleSteps(arguments.value("--title")),
-                  programFolder.linkMappings(given)};
-    const bool withLinks = !arguments.has("--without-links");
-    bool succeeded = true;
-    for (const PanelDesk& panel : panelDesks()) {
-        const Ended ended = runPanel(folder, panel, withLinks);
-        if (ended == Ended::WithoutTarget) {
-            return exitErrorReported; // the other desks would only say the same
-        }
-        if (ended == Ended::WithError && withLinks && !panel.preparation.empty()) {
-            // A link that leads nowhere is no reason to have nothing on paper about all other tables.
-            std::cerr << "relvane-cli: once more, without linked tables\n";
-            runPanel(folder, panel, false);
-        }
-        succeeded = ended == Ended::Well && succeeded;
+                  programFolder.linkMappings(given),
+                  Exports(formats, out, written)};
+    const Ended panels =
+        pattern ? runPattern(folder, *pattern) : runPanels(folder, !arguments.has("--without-links"));
+    if (panels == Ended::WithoutTarget) {
+        return exitErrorReported;
     }
-    for (const SupportDesk& desk : supportDesks()) {
-        succeeded = runSupport(folder, desk) == Ended::Well && succeeded;
+    bool succeeded = panels == Ended::Well;
+    const auto note = [&succeeded](Ended ended) { succeeded = ended == Ended::Well && succeeded; };
+    if (!pattern && folder.hasPaper()) {
+        for (const SupportDesk& desk : supportDesks()) {
+            note(runSupport(folder, desk));
+        }
     }
     if (earlier) {
-        const Ended ended =
-            runDesk(folder, folder.reports, [&](Session& session) { return compareWith(session, *earlier); });
-        succeeded = ended == Ended::Well && succeeded;
+        note(runDesk(folder, folder.reports,
+                     [&](Session& session) { return compareWith(session, *earlier); }));
     }
+    Session last(folder.programFolder, folder.reports, quiet, false);
+    succeeded = folder.exports.finish(last) && succeeded;
     if (!quiet) {
         for (const fs::path& file : files) {
             std::cout << file.string() << '\n';

@@ -23,6 +23,8 @@ constexpr Option documentOptions[] = {
     {"--out", "DIR", "where the folder is made (default: out)"},
     {"--title", "TEXT", "the line that all reports print as the name of the file"},
     {"--compare", "FILE.adb", "with the changes since that analysis file"},
+    {"--pattern", "P.apt", "only the analyses of that pattern, as the batch runs them"},
+    {"--formats", "LIST", "pdf, csv, text, xls with commas between (default: pdf,csv,text)"},
     {"--without-links", "", "leave linked tables out of the lists of tables and indexes"},
     mapOption,
 };
@@ -33,7 +35,7 @@ constexpr Option linkOptions[] = {mapOption};
 constexpr Option reportOptions[] = {{"--pdf", "FILE", "the file to write"}};
 
 constexpr Command commands[] = {
-    {"document", "TARGET [--out DIR] [--title TEXT] [--compare FILE.adb]",
+    {"document", "TARGET [--out DIR] [--pattern P.apt] [--formats LIST] ...",
      "makes the whole folder of paper of a database", documentOptions, 1, 1, runDocument},
     {"save", "TARGET FILE.adb", "analyses all of a database and keeps that as an analysis file", saveOptions,
      2, 2, runSave},

@@ -16,6 +16,8 @@ DateTime now() {
     return LinuxSystem(false).now();
 }
 
+} // namespace
+
 void makeFolder(const std::filesystem::path& folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
@@ -26,6 +28,8 @@ void makeFolder(const std::filesystem::path& folder) {
                            textOfNativePath(folder.string()));
     }
 }
+
+namespace {
 
 class ReportApplication final : public access::Application, private access::DoCmd {
 public:

@@ -15,6 +15,9 @@ class ReportDocument;
 
 namespace relvane::cli {
 
+// With all folders above it. 76 or 70.
+void makeFolder(const std::filesystem::path& folder);
+
 // Reports of one name gathered in one file, until they are finished.
 class ReportBinding {
 public:

@@ -6,6 +6,7 @@
 #include "formview/form_painter.h"
 #include "jet/open_database.h"
 #include "platform/native_path.h"
+#include "spreadsheet/service.h"
 #include "sqlite/work_store.h"
 #include "system/shell_copy.h"
 
@@ -32,6 +33,9 @@ Session::Session(const std::filesystem::path& programFolder, ReportOutput report
         return access::newTargetApplication(resolveLink, formview::newFormPainter);
     };
     platform_.newReportApplication = [reports = std::move(reports)] { return newReportApplication(reports); };
+    platform_.newSpreadsheet = [programFolder] {
+        return spreadsheet::newSpreadsheet({.folder = programFolder});
+    };
     if (progress_) {
         dialogs.beforeWriting = [this] { clearGauge(); };
         followGauge(desk.frmRelvane.gauge);

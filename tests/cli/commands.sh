@@ -61,6 +61,29 @@ if command -v pdftotext >/dev/null; then
     pdftotext "$work/titled/R_RvObjectAll.pdf" - | grep -q 受注管理第2版 || { echo "FAILED: the title is not printed"; failed=1; }
 fi
 
+# What goes beside the paper, and what is chosen.
+here=$(pwd)
+cd "$work" || exit 1
+check "exports alone" 0 "$cli" document "受注 97.mdb" --without-links --formats csv,text --quiet --out files
+cd "$here" || exit 1
+[ "$(ls "$work/files")" = "$(printf '%s\n' RvForm.csv RvMacro.csv RvModule.txt RvObject.csv RvQuery.csv RvQuerySql.txt RvReport.csv RvTable.csv)" ] ||
+    { echo "FAILED: not the files of csv and text:"; ls "$work/files"; failed=1; }
+for file in RvForm.csv RvModule.txt; do
+    cmp -s "$work/files/$file" "$work/folder/$file" || { echo "FAILED: $file differs from that of a whole folder"; failed=1; }
+done
+iconv -f CP932 -t UTF-8 "$work/files/RvTable.csv" | head -n 1 | grep -q '^テーブル名,フィールド名,主キー,属性,サイズ,説明' ||
+    { echo "FAILED: no heading line in code page 932"; failed=1; }
+check "a format that is none" 2 "$cli" document "$work/受注 97.mdb" --formats csv,html
+holds "$work/err" "pdf, csv, text, xls"
+printf 'OBJECT=1\r\nQUERY=1\r\nFORM=9\r\nmquery=1\r\n' >"$work/p.apt"
+check "a pattern" 0 "$cli" document "$work/受注 97.mdb" --pattern "$work/p.apt" --out "$work/chosen"
+[ "$(ls "$work/chosen")" = "$(printf '%s\n' R_RvObjectAll.pdf R_RvQerySql.pdf RvObject.csv RvQuery.csv RvQuerySql.txt)" ] ||
+    { echo "FAILED: not what the pattern chooses:"; ls "$work/chosen"; failed=1; }
+holds "$work/err" "「一括処理」を終了しました。"
+check "a pattern that is not there" 1 "$cli" document "$work/受注 97.mdb" --pattern "$work/none.apt" --out "$work/chosen2"
+printf 'TABLE=x\r\n' >"$work/bad.apt"
+check "a pattern that cannot be read" 1 "$cli" document "$work/受注 97.mdb" --pattern "$work/bad.apt" --out "$work/chosen2"
+
 check "target that is not there" 1 "$cli" document "$work/none.mdb" --out "$work/folder2"
 holds "$work/err" "場所:選択"
 printf 'no database' >"$work/text.mdb"
