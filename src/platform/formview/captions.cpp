@@ -86,14 +86,16 @@ void drawText(QPainter& painter, const Caption& caption, const QFont& font, cons
         return;
     }
     const QString text = drawnText(caption.text);
+    // Where there is no room for a second line, the first goes on to the edge.
+    const bool wraps = place.wraps && place.box.height() >= 2 * QFontMetrics(font).height() - 2;
     QFont used =
         place.horizontal == HorizontalPlace::Spread ? spreadFont(font, text, place.box.width()) : font;
-    auto lines = std::make_unique<Lines>(text, used, place.box.width(), place.wraps);
+    auto lines = std::make_unique<Lines>(text, used, place.box.width(), wraps);
     if (!lines->fits(place.box) && place.horizontal != HorizontalPlace::Spread) {
         QFont narrow = font;
         for (const int stretch : {95, 90, 86, narrowest}) {
             narrow.setStretch(stretch);
-            auto squeezed = std::make_unique<Lines>(text, narrow, place.box.width(), place.wraps);
+            auto squeezed = std::make_unique<Lines>(text, narrow, place.box.width(), wraps);
             if (squeezed->fits(place.box)) {
                 lines = std::move(squeezed);
                 break;
