@@ -637,8 +637,9 @@ private slots:
             "optReport_0", "optRSelect_0",  "cmdReport",   "optProc_1",    "chkProc50",    "cmdProc",
             "optModule_2", "optMPrint_1",   "chkMod50",    "cmdModule",    "optModStep_3", "cmdModStep",
             "optMacro_1",  "optMcSelect_0", "cmdMacro",    "optControl_0", "cmdControl",   "optFile_0",
-            "cmdFile",     "cmdComment",    "txtTitle",    "txtSystem",    "txtCompany",   "txtBumon",
-            "txtAuther",   "txtDate",       "cmdHyousi_1", "cmdHyousi_2",  "cmdHyousi_3",  "optObject_6"};
+            "cmdFile",     "cmdFmImage",    "cboFmImage",  "chkCapKbn",    "txtCapTime",   "cmdComment",
+            "txtTitle",    "txtSystem",     "txtCompany",  "txtBumon",     "txtAuther",    "txtDate",
+            "cmdHyousi_1", "cmdHyousi_2",   "cmdHyousi_3", "optObject_6"};
         get<QWidget>("optObject_6")->setFocus();
         for (const QString& name : order) {
             QCOMPARE(focus()->objectName(), name);
