@@ -14,18 +14,17 @@ namespace relvane::access {
 //
 // OpenCurrentDatabase refuses a file that an Access before 97 has written (7866), whatever DAO says to it, and
 // a second database beside an open one (7867); else it opens what openDatabase opens, with the errors of that.
-// Files of Access 2000 and later open too. CloseCurrentDatabase without a database is 2467.
+// CloseCurrentDatabase without a database is 2467.
 //
 // Forms open in design view or to use them, reports in design view alone (5 for another view). What is open already
-// stays as it is, but for the view of a form, and stays open until it or the database is closed. Errors of opening beside
-// those of access.h: 3343 for each form and report of a file newer than Access 97, whose designs cannot be read yet; its
-// modules open.
+// stays as it is, but for the view of a form, and stays open until it or the database is closed. Files of every version
+// are read alike; a design or macro of a version that nobody knows is 3343.
 //
 // The command that converts a macro takes the macro that is selected in the database window; whatever opens another
 // window, the command itself included, takes the selection away, as the database window loses the focus. It has two
 // dialogs, so that two {ENTER} must have been queued; what is queued is gone when the command ends in an error too. A
-// macro of a newer file is 3343. A module that is converted again replaces the one from before, and hides a module of
-// the file that has its name. Deleting one that is open closes it.
+// module that is converted again replaces the one from before, and hides a module of the file that has its name.
+// Deleting one that is open closes it.
 //
 // A form that is not open cannot be selected in its window or repainted (2489).
 std::shared_ptr<Application> newTargetApplication(jet::LinkResolver resolveLink = {},
