@@ -7,6 +7,7 @@
 #include "formview/control_values.h"
 #include "formview/edges.h"
 #include "formview/faces.h"
+#include "formview/metafile.h"
 #include "formview/picture_files.h"
 #include "formview/picture_image.h"
 #include "formview/stored_picture.h"
@@ -262,6 +263,18 @@ TEST(OleFields, ShowTheBitmapOfAPaintedPicture) {
         const auto cut = access::readOleField(std::span(field).first(length));
         EXPECT_TRUE(!cut || !cut->bitmap || length > field.size() - 4) << length;
     }
+}
+
+TEST(Metafiles, BytesThatAreNoneDrawNothingAndHarmNobody) {
+    Bytes bytes(200);
+    access::PictureData metafile;
+    metafile.format = access::PictureData::Format::EnhancedMetafile;
+    for (const std::size_t length : {0U, 1U, 87U, 88U, 200U}) {
+        metafile.data = std::span(bytes).first(length);
+        EXPECT_FALSE(metafileImage(metafile, {50, 50})) << length;
+    }
+    metafile.format = access::PictureData::Format::Metafile; // the old kind is not known
+    EXPECT_FALSE(metafileImage(metafile, {50, 50}));
 }
 
 TEST(PictureFiles, ABitmapHas24BitsAPixel) {
