@@ -26,6 +26,7 @@ extern const Option commonOptions[4];
 int runDocument(const Arguments& arguments);
 int runSave(const Arguments& arguments);
 int runCompare(const Arguments& arguments);
+int runImage(const Arguments& arguments);
 int runPress(const Arguments& arguments);
 int runInspect(const Arguments& arguments);
 int runReport(const Arguments& arguments);

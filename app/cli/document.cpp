@@ -7,6 +7,7 @@
 #include "comparison.h"
 #include "core/panels.h"
 #include "exports.h"
+#include "form_pictures.h"
 #include "panel_desks.h"
 #include "platform/native_path.h"
 #include "press_steps.h"
@@ -151,6 +152,11 @@ int runDocument(const Arguments& arguments) {
         for (const SupportDesk& desk : supportDesks()) {
             note(runSupport(folder, desk));
         }
+    }
+    if (arguments.has("--images")) {
+        note(runDesk(folder, folder.reports, [&](Session& session) {
+            return writePicturesOfForms(session, out / "images", written);
+        }));
     }
     if (earlier) {
         note(runDesk(folder, folder.reports,

@@ -53,6 +53,7 @@ int runPress(const Arguments& arguments) {
             return exitErrorReported;
         }
         carryOut(session.desk, step);
+        letTimePass(session.desk);
     }
     if (!session.dialogs.files.empty() || !session.dialogs.boxAnswers.empty()) {
         throw UsageError("an answer was not asked for");

@@ -127,6 +127,17 @@ bool carryOut(Desk& desk, const Step& step) {
     return desk.dispatch(actionOf(*control, step));
 }
 
+bool letTimePass(Desk& desk) {
+    for (Form* form : desk.forms()) {
+        for (Control* control : form->controls()) {
+            if (auto* timer = dynamic_cast<Timer*>(control); timer != nullptr && timer->Interval.get() > 0) {
+                desk.dispatch([timer] { timer->fire(); });
+            }
+        }
+    }
+    return !desk.ended();
+}
+
 int parseAnswer(const std::string& word) {
     struct Answer {
         std::string_view word;

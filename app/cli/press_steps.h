@@ -32,6 +32,9 @@ Step parseStep(const std::string& word);
 // value that does not exist, CannotPress for a control that cannot be used now. False when the program has ended.
 bool carryOut(Desk& desk, const Step& step);
 
+// Lets the waits pass that a step has begun: the person at the desk waits for what comes. False as above.
+bool letTimePass(Desk& desk);
+
 // "OK", "yes", "no", "retry", "cancel", "はい", "いいえ" ... as a BoxResult; UsageError for another word.
 int parseAnswer(const std::string& word);
 

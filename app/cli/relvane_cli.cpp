@@ -25,11 +25,15 @@ constexpr Option documentOptions[] = {
     {"--compare", "FILE.adb", "with the changes since that analysis file"},
     {"--pattern", "P.apt", "only the analyses of that pattern, as the batch runs them"},
     {"--formats", "LIST", "pdf, csv, text, xls with commas between (default: pdf,csv,text)"},
+    {"--images", "", "with a picture of every form, in the folder images"},
     {"--without-links", "", "leave linked tables out of the lists of tables and indexes"},
     mapOption,
 };
 constexpr Option saveOptions[] = {
     {"--without-links", "", "leave linked tables out of the analyses of tables and indexes"}, mapOption};
+constexpr Option imageOptions[] = {{"--design", "", "as the designer shows the form"},
+                                   {"--window", "", "with frame and title bar"},
+                                   mapOption};
 constexpr Option compareOptions[] = {{"--out", "DIR", "where the report is made (default: out)"}};
 constexpr Option linkOptions[] = {mapOption};
 constexpr Option reportOptions[] = {{"--pdf", "FILE", "the file to write"}};
@@ -41,6 +45,7 @@ constexpr Command commands[] = {
      2, 2, runSave},
     {"compare", "TARGET FILE.adb [--out DIR]", "reports what has changed since an analysis file was saved",
      compareOptions, 2, 2, runCompare},
+    {"image", "TARGET FORM FILE", "draws a form into a .png or .bmp file", imageOptions, 3, 3, runImage},
     {"press", "TARGET STEP...",
      "presses the panel by hand: NAME=VALUE chooses, NAME presses, file=PATH and answer=BUTTON answer",
      linkOptions, 1, -1, runPress},

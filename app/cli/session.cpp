@@ -22,6 +22,7 @@ Session::Session(const std::filesystem::path& programFolder, ReportOutput report
     platform_.dialogs = &dialogs;
     platform_.files = &files_;
     platform_.system = &system_;
+    platform_.clipboard = &clipboard_;
     const jet::LinkResolver resolveLink = std::bind_front(&Files::resolveLink, &files_);
     platform_.openTarget = [resolveLink](const Text& path) {
         return jet::openDatabase(path, {.resolveLink = resolveLink});

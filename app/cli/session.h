@@ -8,6 +8,7 @@
 
 #include "command_line_dialogs.h"
 #include "desk/desk.h"
+#include "held_picture.h"
 #include "report_output.h"
 #include "system/linux_files.h"
 #include "system/linux_system.h"
@@ -35,6 +36,7 @@ public:
 private:
     LinuxFiles files_;
     LinuxSystem system_;
+    HeldPicture clipboard_;
     Platform platform_;
     void followGauge(ProgressGauge& gauge);
     void drawGauge(const ProgressGauge& gauge);

@@ -180,6 +180,31 @@ holds "$work/err" "not a mapping of the user"
 if grep -q "E:" "$XDG_DATA_HOME/relvane/Relvane.map"; then echo "FAILED: a private copy keeps a mapping"; failed=1; fi
 rm "$XDG_DATA_HOME/relvane/Relvane.map"
 
+# Pictures of forms.
+check "a picture" 0 "$cli" image "$work/受注 97.mdb" 受注入力 "$work/form.png"
+check "a picture of the design" 0 "$cli" image "$work/受注 97.mdb" 受注入力 "$work/form.BMP" --design --quiet
+[ "$(head -c 4 "$work/form.png" | tail -c 3)" = PNG ] || { echo "FAILED: form.png is no picture"; failed=1; }
+[ "$(head -c 2 "$work/form.BMP")" = BM ] || { echo "FAILED: form.BMP is no bitmap"; failed=1; }
+check "a picture of a form that is not there" 1 "$cli" image "$work/受注 97.mdb" 無い "$work/none.png"
+holds "$work/err" "2102"
+check "a picture of another kind" 2 "$cli" image "$work/受注 97.mdb" 受注入力 "$work/form.jpg"
+check "a picture into a folder that is not there" 1 "$cli" image "$work/受注 97.mdb" 受注入力 "$work/none/form.png"
+holds "$work/err" "76"
+check "document with pictures" 0 "$cli" document "$work/受注 97.mdb" --without-links --formats csv --images --quiet --out "$work/pictured"
+[ "$(ls "$work/pictured/images" | wc -l)" -ge 10 ] || { echo "FAILED: not a picture of every form"; ls "$work/pictured/images"; failed=1; }
+check "a picture taken in the window" 0 "$cli" press "$work/受注 97.mdb" cboFmImage=受注入力 txtCapTime=1 cmdFmImage \
+    frmCapture.m4 "file=$work/taken.bmp" frmCapture.m5 m1z --quiet
+[ "$(head -c 2 "$work/taken.bmp")" = BM ] || { echo "FAILED: the viewer saved no bitmap"; failed=1; }
+
+# The workbook needs LibreOffice; without it an export says so.
+if [ -e "$(dirname "$cli")/../lib/relvane/spreadsheet.so" ]; then
+    check "a workbook" 0 "$cli" document "$work/受注 97.mdb" --without-links --formats xls --quiet --out "$work/book"
+    [ "$(ls "$work/book")" = "受注 97.xls" ] || { echo "FAILED: not one workbook:"; ls -A "$work/book"; failed=1; }
+else
+    check "a workbook without LibreOffice" 1 "$cli" document "$work/受注 97.mdb" --without-links --formats xls --quiet --out "$work/book"
+    holds "$work/err" "エラーNO:429"
+fi
+
 check "inspect" 0 "$cli" inspect "$work/受注 97.mdb"
 holds "$work/out" "受注"
 check "inspect what is no database" 1 "$cli" inspect "$work/text.mdb"
