@@ -1,5 +1,6 @@
 #!/bin/sh
-# Builds the program and makes the whole folder of paper of one Access database, or opens the window.
+# Builds the program and makes the whole folder of one Access database (PDF, comma-separated files, text files, a
+# workbook, pictures of its forms), or opens the window.
 #
 #   ./run.sh [TARGET.mdb]   documents TARGET (default: the sample made by the build) into out/
 #   ./run.sh --window       opens the desktop program
@@ -9,7 +10,7 @@ set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 . "$here/tools/packages.sh"
 
-usage() { sed -n '2,7s/^# \{0,1\}//p' "$here/run.sh"; }
+usage() { sed -n '2,8s/^# \{0,1\}//p' "$here/run.sh"; }
 case "${1:-}" in
     -h | --help) usage; exit 0 ;;
 esac
@@ -35,11 +36,11 @@ ninja -C build/release --quiet programs
 if [ "${1:-}" = --window ]; then
     exec build/release/bin/relvane
 fi
-if [ $# -eq 0 ]; then
+set -- "$target" --formats pdf,csv,text,xls --images --out out
+case $target in
     # Some links of the sample lead nowhere, as those of many an old database do.
-    build/release/bin/relvane-cli document "$target" --without-links --out out
-else
-    build/release/bin/relvane-cli document "$target" --out out
-fi
+    "$here"/build/*) set -- "$@" --without-links ;;
+esac
+build/release/bin/relvane-cli document "$@"
 echo "The folder is in $here/out:"
 ls out
