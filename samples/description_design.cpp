@@ -79,10 +79,9 @@ Value takePropertyValue(const PropertyFact& fact, DescriptionLine& line) {
         return takeDate(line);
     case ValueKind::Guid:
         return takeValue(line, ColumnType::Guid);
-    case ValueKind::Binary:
-        break;
+    default:
+        return takeData(line);
     }
-    return takeData(line);
 }
 
 void takePair(DesignObjectSpec& object, TextView first, TextView second, DescriptionLine& line) {
