@@ -31,7 +31,7 @@ class Properties {
 public:
     virtual ~Properties() = default;
     virtual int Count() const = 0;
-    // Behind the last position: an empty name with an empty text. A place whose property is not known likewise.
+    // From Count on: what later versions added, then empty names with empty texts. An unknown place is empty too.
     virtual Property Item(int position) const = 0;
 };
 
