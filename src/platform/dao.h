@@ -80,6 +80,13 @@ private:
     std::vector<std::pair<int, Value>> changed_; // by position
 };
 
+// What no Access 97 file can hold has types of its own; the text of Type() below names the others.
+namespace fieldType {
+constexpr int bigInt = 16, extendedDate = 26, attachment = 101;
+// Many values of Byte, Integer, Long, Single, Double, GUID, Decimal, Text.
+constexpr int firstMultiValue = 102, lastMultiValue = 109;
+} // namespace fieldType
+
 // A field of a table, of a query's result or of an index.
 class Field {
 public:
@@ -97,6 +104,8 @@ public:
     virtual int OrdinalPosition() const = 0;
     virtual Text SourceField() const = 0; // of a query's field; empty for an expression
     virtual Text SourceTable() const = 0;
+    // What a calculated field of a table calculates; empty for all others.
+    virtual Text Expression() const { return {}; }
     virtual dao::Properties& Properties() = 0;
 };
 

@@ -266,7 +266,7 @@ TEST_F(TableAnalysis, FieldTypesAreWords) {
         {1, u"Yes/No型"},     {2, u"ﾊﾞｲﾄ型"},       {3, u"整数型"}, {4, u"長整数型"}, {5, u"通貨型"},
         {6, u"単精度小数型"}, {7, u"倍精度小数型"}, {8, u"日付型"}, {9, u"?"},        {10, u"ﾃｷｽﾄ型"},
         {11, u"OLE型"},       {12, u"ﾒﾓ型"},        {13, u"?"},     {14, u"?"},       {15, u"ﾚﾌﾟﾘｹｰｼｮﾝ型"},
-        {16, u"?"},           {20, u"十進型"}};
+        {17, u"?"},           {20, u"十進型"}};
     for (const auto& [type, word] : types) {
         addField(table.fields, u"f", type, 1);
     }
@@ -295,6 +295,24 @@ TEST_F(TableAnalysis, MemoWithAttributes32770IsAHyperlinkAndWithLessIsNot) {
     addField(table.fields, u"d", 10, 50).attributes = 32770;
     EXPECT_EQ(namesOf(fields(2), u"FieldType"),
               (std::vector<Text>{u"ﾊｲﾊﾟｰﾘﾝｸ型", u"ﾒﾓ型", u"ﾒﾓ型", u"ﾃｷｽﾄ型"}));
+}
+
+TEST_F(TableAnalysis, TypesThatNoAccess97FileHoldsHaveWordsOfTheirOwn) {
+    FakeTableDef& table = target->addTable(u"T");
+    for (const int type : {16, 26, 101, 102, 109, 18, 100, 110}) {
+        addField(table.fields, u"f", type, 4);
+    }
+    EXPECT_EQ(namesOf(fields(2), u"FieldType"),
+              (std::vector<Text>{u"大きい数値型", u"拡張日付型", u"添付ﾌｧｲﾙ型", u"複数値型", u"複数値型",
+                                 u"?", u"?", u"?"}));
+}
+
+TEST_F(TableAnalysis, ACalculatedFieldSaysSoWhateverTheTypeOfItsResult) {
+    FakeTableDef& table = target->addTable(u"T");
+    addField(table.fields, u"a", 5, 8).expression = u"[単価]*[数量]";
+    addField(table.fields, u"b", 4, 4).expression = u"[番号]";
+    addField(table.fields, u"c", 4, 4);
+    EXPECT_EQ(namesOf(fields(2), u"FieldType"), (std::vector<Text>{u"集計型", u"集計型", u"長整数型"}));
 }
 
 TEST_F(TableAnalysis, DefaultIsCutAt50CharactersWhileTheRuleKeeps150) {

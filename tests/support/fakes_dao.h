@@ -29,7 +29,7 @@ public:
     std::int32_t size;
     std::int32_t attributes = 2;
     bool allowZeroLength = false, required = false;
-    Text defaultValue, validationRule, validationText, sourceField, sourceTable;
+    Text defaultValue, validationRule, validationText, sourceField, sourceTable, expression;
     dao::Properties stored;
 
     Text Name() const override { return name; }
@@ -44,6 +44,7 @@ public:
     int OrdinalPosition() const override { return 0; }
     Text SourceField() const override { return sourceField; }
     Text SourceTable() const override { return sourceTable; }
+    Text Expression() const override { return expression; }
     dao::Properties& Properties() override { return stored; }
 };
 

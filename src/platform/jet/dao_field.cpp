@@ -1,5 +1,6 @@
 #include "jet/dao_field.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace relvane::jet {
@@ -18,17 +19,45 @@ struct TypeRow {
 };
 
 constexpr std::int32_t ownLength = -1;
+constexpr int unknownComplex = 18; // as the file has it
 
 constexpr TypeRow types[] = {
-    {ColumnType::Boolean, 1, 1},        {ColumnType::Byte, 2, 1},
-    {ColumnType::Integer, 3, 2},        {ColumnType::Long, 4, 4},
-    {ColumnType::Currency, 5, 8},       {ColumnType::Single, 6, 4},
-    {ColumnType::Double, 7, 8},         {ColumnType::Date, 8, 8},
-    {ColumnType::Binary, 9, ownLength}, {ColumnType::Text, 10, ownLength},
-    {ColumnType::Ole, 11, 0},           {ColumnType::Memo, 12, 0},
-    {ColumnType::Guid, 15, 16},         {ColumnType::Numeric, 20, 16},
-    {ColumnType::Complex, 101, 4},      {ColumnType::BigInt, 16, 8},
-    {ColumnType::ExtendedDate, 26, 42}, {ColumnType::LongBinary, 9, ownLength},
+    {ColumnType::Boolean, 1, 1},
+    {ColumnType::Byte, 2, 1},
+    {ColumnType::Integer, 3, 2},
+    {ColumnType::Long, 4, 4},
+    {ColumnType::Currency, 5, 8},
+    {ColumnType::Single, 6, 4},
+    {ColumnType::Double, 7, 8},
+    {ColumnType::Date, 8, 8},
+    {ColumnType::Binary, 9, ownLength},
+    {ColumnType::Text, 10, ownLength},
+    {ColumnType::Ole, 11, 0},
+    {ColumnType::Memo, 12, 0},
+    {ColumnType::Guid, 15, 16},
+    {ColumnType::Numeric, 20, 16},
+    {ColumnType::LongBinary, 9, ownLength},
+    {ColumnType::Complex, unknownComplex, 4},
+    {ColumnType::BigInt, dao::fieldType::bigInt, 8},
+    {ColumnType::ExtendedDate, dao::fieldType::extendedDate, 42},
+};
+
+// What a complex column holds, by the table that stands for it.
+struct ComplexTypeRow {
+    TextView table;
+    int dao;
+};
+
+constexpr ComplexTypeRow complexTypes[] = {
+    {u"MSysComplexType_Attachment", dao::fieldType::attachment},
+    {u"MSysComplexType_UnsignedByte", 102},
+    {u"MSysComplexType_Short", 103},
+    {u"MSysComplexType_Long", 104},
+    {u"MSysComplexType_IEEESingle", 105},
+    {u"MSysComplexType_IEEEDouble", 106},
+    {u"MSysComplexType_GUID", 107},
+    {u"MSysComplexType_Decimal", 108},
+    {u"MSysComplexType_Text", 109},
 };
 
 const TypeRow* rowOf(ColumnType type) {
@@ -46,7 +75,8 @@ struct FieldFacts {
     std::int32_t size = 0, attributes = 0, collatingOrder = 0;
     int ordinal = 0;
     bool required = false, allowZeroLength = false;
-    Text defaultValue, validationRule, validationText;
+    bool isCalculated = false;
+    Text defaultValue, validationRule, validationText, expression;
 };
 
 class TableField : public dao::Field {
@@ -58,6 +88,9 @@ public:
         facts_.defaultValue = storedText(stored_.get(), u"DefaultValue");
         facts_.validationRule = storedText(stored_.get(), u"ValidationRule");
         facts_.validationText = storedText(stored_.get(), u"ValidationText");
+        if (facts_.isCalculated) { // others may have a property of that name, too
+            facts_.expression = storedText(stored_.get(), u"Expression");
+        }
     }
 
     Text Name() const override { return facts_.name; }
@@ -72,6 +105,7 @@ public:
     int OrdinalPosition() const override { return facts_.ordinal; }
     Text SourceField() const override { return facts_.name; }
     Text SourceTable() const override { return facts_.table; }
+    Text Expression() const override { return facts_.expression; }
     std::int32_t CollatingOrder() const { return facts_.collatingOrder; }
     dao::Properties& Properties() override;
 
@@ -135,9 +169,12 @@ private:
     Collection<dao::IndexField> fields_;
 };
 
-} // namespace
-
-int daoType(const Column& column) {
+int daoType(const Column& column, const JetFile& file) {
+    if (column.type == ColumnType::Complex) {
+        const auto found =
+            std::ranges::find(complexTypes, file.complexType(column.complexId), &ComplexTypeRow::table);
+        return found == std::end(complexTypes) ? unknownComplex : found->dao;
+    }
     const TypeRow* row = rowOf(column.type);
     return row == nullptr ? static_cast<int>(column.type) : row->dao;
 }
@@ -165,21 +202,24 @@ std::int32_t daoAttributes(const Column& column) {
     return attributes;
 }
 
+} // namespace
+
 ColumnProperties columnProperties(const std::shared_ptr<const PropertyBlob>& blob, TextView column) {
     const auto* properties = blob->column(column);
     return properties == nullptr ? nullptr : ColumnProperties(blob, properties);
 }
 
-std::shared_ptr<dao::Field> makeTableField(const Column& column, const JetFormat& format, Text table,
-                                           ColumnProperties stored, std::int32_t collatingOrder) {
+std::shared_ptr<dao::Field> makeTableField(const Column& column, const JetFile& file, Text table,
+                                           ColumnProperties stored) {
     FieldFacts facts;
     facts.name = column.name;
     facts.table = std::move(table);
-    facts.type = daoType(column);
-    facts.size = daoSize(column, format);
+    facts.type = daoType(column, file);
+    facts.size = daoSize(column, *file.header().format);
     facts.attributes = daoAttributes(column);
-    facts.collatingOrder = collatingOrder;
+    facts.collatingOrder = file.header().sortOrder;
     facts.ordinal = column.ordinal;
+    facts.isCalculated = column.isCalculated();
     return std::make_shared<TableField>(std::move(facts), std::move(stored));
 }
 

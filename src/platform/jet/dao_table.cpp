@@ -63,15 +63,13 @@ const Collection<dao::Field>& TableDef::Fields() {
         const auto theirs =
             isLink() ? std::make_shared<const PropertyBlob>(from.file->catalogue().properties(*from.entry))
                      : own;
-        const FileHeader& header = from.file->header();
         std::vector<std::shared_ptr<dao::Field>> fields;
         for (const Column* column : from.table->definition().columnsInOrder()) {
             ColumnProperties properties = columnProperties(own, column->name);
             if (!properties) {
                 properties = columnProperties(theirs, column->name);
             }
-            fields.push_back(makeTableField(*column, *header.format, entry_.name, std::move(properties),
-                                            header.sortOrder));
+            fields.push_back(makeTableField(*column, *from.file, entry_.name, std::move(properties)));
         }
         fields_.emplace(std::move(fields));
     }

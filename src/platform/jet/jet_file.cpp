@@ -131,4 +131,29 @@ const std::vector<RelationRow>& JetFile::relations() const {
     return *relations_;
 }
 
+Text JetFile::complexType(std::uint32_t complexId) const {
+    if (!complexTypes_) {
+        complexTypes_.emplace();
+        skipErrors([this] { // without the kinds the columns are still columns
+            const Table* table = findTable(u"MSysComplexColumns");
+            if (table == nullptr) {
+                return;
+            }
+            RowCursor cursor(*table);
+            while (const auto pointer = cursor.next()) {
+                const NamedRow row(*table, *pointer);
+                const auto id = row.number(u"ComplexID"), type = row.number(u"ComplexTypeObjectID");
+                const auto entry = std::ranges::find_if(catalogue_->entries(), [&](const auto& candidate) {
+                    return type && candidate.id == *type;
+                });
+                if (id && entry != catalogue_->entries().end()) {
+                    complexTypes_->emplace(static_cast<std::uint32_t>(*id), entry->name);
+                }
+            }
+        });
+    }
+    const auto found = complexTypes_->find(complexId);
+    return found == complexTypes_->end() ? Text() : found->second;
+}
+
 } // namespace relvane::jet

@@ -38,6 +38,10 @@ public:
     const std::vector<QueryRow>& queryRows(const CatalogueEntry& query) const;
     const std::vector<RelationRow>& relations() const; // in stored order
 
+    // The table that stands for the kind of a complex column's values ("MSysComplexType_Attachment"), by
+    // Column::complexId; empty when the file does not tell.
+    Text complexType(std::uint32_t complexId) const;
+
 private:
     const Table& tableAt(std::uint32_t page) const;
     using Queries = std::unordered_map<std::int32_t, std::vector<QueryRow>>; // by object
@@ -50,6 +54,7 @@ private:
     mutable std::optional<RunTimeError>
         queriesFault_; // of a damaged table, which is not read again for each query
     mutable std::optional<std::vector<RelationRow>> relations_;
+    mutable std::optional<std::unordered_map<std::uint32_t, Text>> complexTypes_;
 };
 
 // Opens a file by the system's own path; the errors of openByteFile too.

@@ -68,6 +68,9 @@ namespace columnFlag {
 constexpr std::uint8_t fixed = 0x01, updatable = 0x02, autoNumber = 0x04, system = 0x10, autoGuid = 0x40,
                        hyperlink = 0x80;
 }
+namespace columnSecondFlag {
+constexpr std::uint8_t calculated = 0xC0; // both bits
+}
 namespace realIndexFlag {
 constexpr std::uint8_t unique = 0x01, ignoreNulls = 0x02, required = 0x08;
 }
@@ -108,8 +111,8 @@ struct JetFormat {
         std::size_t nameLength;      // bytes of the length before a name; it counts bytes
     } definition;
     struct Column {
-        std::size_t type, number, variableIndex, ordinal, locale, codePage, precision, scale, flags, secondFlags,
-            fixedOffset, length, size;
+        std::size_t type, number, variableIndex, ordinal, locale, codePage, precision, scale, complexId, flags,
+            secondFlags, fixedOffset, length, size;
     } column;
     struct RealIndex {
         std::size_t columns, map, root, flags, size;
@@ -138,8 +141,8 @@ constexpr JetFormat jet3 = {
                    .variableColumns = 23, .columns = 25, .logicalIndexes = 27, .realIndexes = 31, .pageMap = 35,
                    .roomMap = 39, .end = 43, .indexStatistics = 8, .distinctKeys = 4, .nameLength = 1},
     .column = {.type = 0, .number = 1, .variableIndex = 3, .ordinal = 5, .locale = 9, .codePage = 11,
-               .precision = absent, .scale = absent, .flags = 13, .secondFlags = absent, .fixedOffset = 14,
-               .length = 16, .size = 18},
+               .precision = absent, .scale = absent, .complexId = absent, .flags = 13, .secondFlags = absent,
+               .fixedOffset = 14, .length = 16, .size = 18},
     .realIndex = {.columns = 0, .map = 30, .root = 34, .flags = 38, .size = 39},
     .logicalIndex = {.number = 0, .realIndex = 4, .side = 8, .otherIndex = 9, .otherTable = 13,
                      .cascadeUpdates = 17, .cascadeDeletes = 18, .type = 19, .size = 20},
@@ -159,8 +162,8 @@ constexpr JetFormat jet4 = {
                    .variableColumns = 43, .columns = 45, .logicalIndexes = 47, .realIndexes = 51, .pageMap = 55,
                    .roomMap = 59, .end = 63, .indexStatistics = 12, .distinctKeys = 4, .nameLength = 2},
     .column = {.type = 0, .number = 5, .variableIndex = 7, .ordinal = 9, .locale = 11, .codePage = absent,
-               .precision = 11, .scale = 12, .flags = 15, .secondFlags = 16, .fixedOffset = 21, .length = 23,
-               .size = 25},
+               .precision = 11, .scale = 12, .complexId = 11, .flags = 15, .secondFlags = 16, .fixedOffset = 21,
+               .length = 23, .size = 25},
     .realIndex = {.columns = 4, .map = 34, .root = 38, .flags = 46, .size = 52},
     .logicalIndex = {.number = 4, .realIndex = 8, .side = 12, .otherIndex = 13, .otherTable = 17,
                      .cascadeUpdates = 21, .cascadeDeletes = 22, .type = 23, .size = 28},

@@ -83,6 +83,8 @@ private:
             column.codePage = at.codePage == absent ? 0 : block.u16(at.codePage);
             column.precision = at.precision == absent ? std::uint8_t{0} : block.u8(at.precision);
             column.scale = at.scale == absent ? std::uint8_t{0} : block.u8(at.scale);
+            column.complexId =
+                column.type == ColumnType::Complex && at.complexId != absent ? block.u32(at.complexId) : 0;
             column.flags = block.u8(at.flags);
             column.secondFlags = at.secondFlags == absent ? std::uint8_t{0} : block.u8(at.secondFlags);
             column.fixedOffset = block.u16(at.fixedOffset);

@@ -15,11 +15,15 @@ struct Column {
     std::uint16_t ordinal = 0;
     int codePage = 0;                        // Jet 3; 0 in newer files
     std::uint8_t precision = 0, scale = 0;   // Numeric
+    std::uint32_t complexId = 0;             // Complex: which row of MSysComplexColumns tells its kind
     std::uint8_t flags = 0, secondFlags = 0; // columnFlag
     std::uint16_t fixedOffset = 0;           // behind a row's count of columns
     std::uint16_t length = 0;                // bytes; 0 for long values
 
     bool has(std::uint8_t flag) const { return (flags & flag) != 0; }
+    bool isCalculated() const {
+        return (secondFlags & columnSecondFlag::calculated) == columnSecondFlag::calculated;
+    }
     bool isLongValue() const { return type == ColumnType::Memo || type == ColumnType::Ole; }
 };
 
