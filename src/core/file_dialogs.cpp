@@ -14,9 +14,9 @@ Text fileFilter(TextView name, TextView pattern) {
 }
 
 Text ShowOpenDialog(AnalysisContext& context, const Text& filter, const Text& initialFolder,
-                    const Text& title) {
+                    const Text& title, const Text& further) {
     context.FileFilter = filter;
-    context.ChosenFile = cutAtNul(context.platform.dialogs->openFile(filter, initialFolder, title));
+    context.ChosenFile = cutAtNul(context.platform.dialogs->openFile(filter + further, initialFolder, title));
     return context.ChosenFile;
 }
 

@@ -8,9 +8,10 @@ namespace relvane {
 // `name`, NUL, `pattern`, NUL.
 Text fileFilter(TextView name, TextView pattern);
 
-// FileFilter takes `filter`, ChosenFile the result, which is also handed back.
+// FileFilter takes `filter`, ChosenFile the result, which is also handed back. The opening dialog offers the entries of
+// `further` behind those of the filter.
 Text ShowOpenDialog(AnalysisContext& context, const Text& filter, const Text& initialFolder,
-                    const Text& title);
+                    const Text& title, const Text& further = {});
 Text ShowSaveDialog(AnalysisContext& context, const Text& filter, const Text& initialFolder,
                     const Text& title);
 

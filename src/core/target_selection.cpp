@@ -5,6 +5,7 @@
 #include "core/basic_info.h"
 #include "core/error_report.h"
 #include "core/file_dialogs.h"
+#include "core/file_name_parts.h"
 #include "core/list_fillers.h"
 #include "core/panels.h"
 #include "core/text_functions.h"
@@ -157,6 +158,16 @@ void prepareAnalyses(AnalysisContext& context) {
     }
 }
 
+// Behind "Access(*.mdb)": the files of later versions, and all together.
+Text laterFiles() {
+    Text all;
+    for (const TextView extension : databaseExtensions()) {
+        all += (all.empty() ? u"*" : u";*") + Text(extension);
+    }
+    return fileFilter(u"Access 2007以降(*.accdb)", u"*.accdb") +
+           fileFilter(u"Access すべて(*.mdb;*.accdb;*.mde...)", all);
+}
+
 // `choose` gives the path, empty when the person cancels.
 void selectTarget(AnalysisContext& context, const std::function<Text()>& choose) {
     bool opened = false;
@@ -189,7 +200,7 @@ void m1a_Click(AnalysisContext& context) {
         const Text folder = Left(context.LastFolder, 1) == u"0" ? context.platform.files->currentFolder()
                                                                 : context.LastFolder;
         return ShowOpenDialog(context, fileFilter(u"Access(*.mdb)", u"*.mdb"), folder,
-                              u"Excel ファイルの選択");
+                              u"Excel ファイルの選択", laterFiles());
     });
 }
 

@@ -302,10 +302,7 @@ std::int16_t ExportToExcel(AnalysisContext& context, ExcelExport& arguments) {
 }
 
 Text workbookPath(const AnalysisContext& context, TextView folder) {
-    constexpr std::int64_t extension = 4; // ".mdb"
-    const Text& target = context.frmRelvane.lblDBName.Caption.get();
-    const auto length = static_cast<std::int64_t>(target.size());
-    const Text path = Left(target, std::max(length - extension, std::int64_t{0})) + u".xls";
+    const Text path = withoutDatabaseExtension(context.frmRelvane.lblDBName.Caption.get()) + u".xls";
     return folder.empty() ? path : withSeparator(folder) + GetFileNamePart(path);
 }
 

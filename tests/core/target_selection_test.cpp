@@ -30,10 +30,22 @@ TEST_F(Selection, DialogAsksAsItAlwaysDid) {
     start();
     press(form().m1a);
     ASSERT_EQ(dialogs.fileDialogs.size(), 1u);
-    EXPECT_EQ(dialogs.fileDialogs[0].filter, Text(u"Access(*.mdb)\0*.mdb\0", 20));
+    EXPECT_TRUE(dialogs.fileDialogs[0].filter.starts_with(Text(u"Access(*.mdb)\0*.mdb\0", 20)));
+    EXPECT_EQ(context().FileFilter, Text(u"Access(*.mdb)\0*.mdb\0", 20));
     EXPECT_EQ(dialogs.fileDialogs[0].title, u"Excel ファイルの選択");
     EXPECT_EQ(form().lblDBName.Caption.get(), u"");
     EXPECT_EQ(context().AnalysisMode, 0);
+}
+
+TEST_F(Selection, DialogOffersTheFilesOfLaterVersionsBehindTheOthers) {
+    start();
+    press(form().m1a);
+    const Text& filter = dialogs.fileDialogs.at(0).filter;
+    const Text later = filter.substr(20);
+    for (const TextView pattern : {u"*.mdb", u"*.accdb", u"*.mde", u"*.accde", u"*.accdr", u"*.mda"}) {
+        EXPECT_NE(later.find(pattern), Text::npos) << toUtf8(pattern);
+    }
+    EXPECT_EQ(std::ranges::count(filter, u'\0'), 6); // three pairs
 }
 
 TEST_F(Selection, ResultIsCutAtItsFirstNul) {

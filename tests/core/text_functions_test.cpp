@@ -80,6 +80,25 @@ TEST(FileNameParts, ValueIsTheTrimmedTextBehindTheFirstEqualsSign) {
     EXPECT_EQ(GetValuePart(u"key=" + Text(300, u'x')).size(), 255u);
 }
 
+TEST(FileNameParts, FilesOfAccessAreToldByTheirEndings) {
+    for (const TextView path : {u"/a/b.mdb", u"b.ACCDB", u"C:\\a\\b.Mde", u"b.accde", u"b.accdr", u"b.mda"}) {
+        EXPECT_TRUE(isDatabaseFile(path)) << toUtf8(path);
+    }
+    for (const TextView path : {u"", u"mdb", u"b.mdbx", u"b.adb", u"b.mdb/", u"b.accd", u"accdb"}) {
+        EXPECT_FALSE(isDatabaseFile(path)) << toUtf8(path);
+    }
+}
+
+TEST(FileNameParts, TheRealExtensionOfATargetIsCutAndElseFourCharacters) {
+    EXPECT_EQ(withoutDatabaseExtension(u"/a/受注.mdb"), u"/a/受注");
+    EXPECT_EQ(withoutDatabaseExtension(u"/a/受注.ACCDB"), u"/a/受注");
+    EXPECT_EQ(withoutDatabaseExtension(u"/a.b/c.accde"), u"/a.b/c");
+    EXPECT_EQ(withoutDatabaseExtension(u"c.accdr"), u"c");
+    EXPECT_EQ(withoutDatabaseExtension(u"/a/b.c.mde"), u"/a/b.c");
+    EXPECT_EQ(withoutDatabaseExtension(u"/a/orders.97"), u"/a/order"); // as ever
+    EXPECT_EQ(withoutDatabaseExtension(u"abc"), u"");
+}
+
 TEST(FileNameParts, FolderGetsTheSeparatorItUsesOnce) {
     EXPECT_EQ(withSeparator(u"C:\\Relvane"), u"C:\\Relvane\\");
     EXPECT_EQ(withSeparator(u"C:\\Relvane\\"), u"C:\\Relvane\\");

@@ -761,6 +761,12 @@ private slots:
         QVERIFY(get<QPushButton>("cmdTable")->isEnabled());
     }
 
+    void aDroppedFileOfALaterVersionIsSelected() {
+        const QString path = databaseIn("受注.accdb");
+        QVERIFY(drop(program_->window.get(), {QUrl::fromLocalFile(path)}));
+        QTRY_COMPARE(get<QLabel>("lblDBName")->text(), path);
+    }
+
     void aDatabaseDroppedOntoAnEntryFieldIsSelectedAndNotWrittenIntoIt() {
         const QString path = databaseIn("a.mdb");
         get<QScrollArea>("panelArea")->ensureWidgetVisible(get<QWidget>("txtSystem"));
@@ -771,7 +777,7 @@ private slots:
 
     void nothingElseIsTakenByADrop() {
         const QUrl database = QUrl::fromLocalFile(databaseIn("a.mdb"));
-        const QUrl other = QUrl::fromLocalFile(databaseIn("b.accdb"));
+        const QUrl other = QUrl::fromLocalFile(databaseIn("b.adb"));
         QVERIFY(
             QDir(QString::fromStdString(program_->folder.path().string())).mkdir(QStringLiteral("c.mdb")));
         const QUrl folder =

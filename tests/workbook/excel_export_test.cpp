@@ -405,6 +405,8 @@ TEST_F(ExcelExportTest, TheWorkbookLiesBesideTheTargetOrInAFolder) {
     EXPECT_EQ(workbookPath(context, u"/tmp/out"), u"/tmp/out/orders.xls");
     form.lblDBName.Caption = u"/data/受注.mdb";
     EXPECT_EQ(workbookPath(context), u"/data/受注.xls");
+    form.lblDBName.Caption = u"/data/受注.accdb";
+    EXPECT_EQ(workbookPath(context), u"/data/受注.xls");
     form.lblDBName.Caption = u"a";
     EXPECT_EQ(workbookPath(context), u".xls");
 }

@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QUrl>
 
+#include "core/file_name_parts.h"
 #include "qt/qt_text.h"
 
 namespace relvane::qt {
@@ -17,7 +18,7 @@ QString draggedDatabase(const QMimeData& data) {
         return {};
     }
     const QString path = urls.constFirst().toLocalFile();
-    const bool fits = path.endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive) && QFileInfo(path).isFile();
+    const bool fits = isDatabaseFile(fromQtPath(path)) && QFileInfo(path).isFile();
     return fits ? path : QString();
 }
 

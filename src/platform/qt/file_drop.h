@@ -12,7 +12,7 @@ class QRubberBand;
 
 namespace relvane::qt {
 
-// The path of the database that is dragged: exactly one file of this computer whose name ends in ".mdb", in any case.
+// The path of the database that is dragged: exactly one file of this computer whose name ends as one of Access does.
 // Empty for anything else, such as two files, a folder, a link of the web, or a file that is gone.
 QString draggedDatabase(const QMimeData& data);
 
