@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "access/compiled_file.h"
 #include "access/design_bytes.h"
 #include "access/vba_compression.h"
 #include "platform/codepage.h"
@@ -58,7 +59,7 @@ Text ModuleDocument::title() const {
 }
 
 ModuleSource::ModuleSource(std::shared_ptr<const jet::JetFile> file)
-    : file_(std::move(file)), table_(*file_) {
+    : file_(std::move(file)), isCompiled_(isCompiledFile(*file_)), table_(*file_) {
     readProject();
     addModules(ModuleOwner::Form);
     addModules(ModuleOwner::Report);
@@ -154,6 +155,9 @@ const VbaModule* ModuleSource::findInProject(ModuleOwner owner, TextView name) c
 
 ModuleText ModuleSource::text(const ModuleDocument& document) const {
     const Text title = document.title();
+    if (isCompiled_) {
+        failCompiled(title);
+    }
     try {
         return readText(document);
     } catch (const RunTimeError& error) {

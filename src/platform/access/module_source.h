@@ -34,8 +34,8 @@ public:
     const std::vector<ModuleDocument>& modules() const { return modules_; }
     const ModuleDocument* find(ModuleOwner owner, TextView name) const; // without regard to case
 
-    // Error 3049 with the object's name when its row, its source or the project is missing or damaged. What Access makes
-    // for people who shall not see the source (.mde, .accde) has none.
+    // Error 3049 with the object's name when its row, its source or the project is missing or damaged; 2046 when the file
+    // is a compiled one (compiled_file.h).
     ModuleText text(const ModuleDocument& document) const;
 
 private:
@@ -50,6 +50,7 @@ private:
     Bytes streamOf(const ModuleDocument& document, const VbaModule& module) const;
 
     std::shared_ptr<const jet::JetFile> file_;
+    bool isCompiled_ = false;
     ModuleTable table_;
     std::optional<AccessStore> store_; // when the project lies there
     VbaProject project_;
