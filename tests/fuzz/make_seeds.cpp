@@ -4,8 +4,10 @@
 #include <fstream>
 #include <iostream>
 
+#include "jet/file_builder.h"
 #include "sample_builder/database_writer.h"
 #include "sample_builder/many_forms.h"
+#include "support/encrypted_ace.h"
 #include "support/newer_stores.h"
 #include "support/wide_bytes.h"
 
@@ -149,6 +151,24 @@ DatabaseSpec databaseWithStore(TableSpec table) {
     return spec;
 }
 
+void writeBytes(const std::filesystem::path& path, const Bytes& bytes) {
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+// Pages without a catalogue: what is read of them are the parameters of the encryption.
+void writeEncrypted(const std::filesystem::path& folder) {
+    using test::AceEncryption;
+    const Bytes plain = jet::BareFile(3, jet::jet4).bytes();
+    const auto write = [&](const char* name, test::AceEncryptionSpec spec) {
+        writeBytes(folder / name, test::encryptedByAce(plain, std::move(spec)));
+    };
+    write("rc4.accdb", {.kind = AceEncryption::Rc4});
+    write("rc4-40.accdb", {.kind = AceEncryption::Rc4, .keyBytes = 5});
+    write("aes.accdb", {.kind = AceEncryption::Aes});
+    write("agile.accdb", {.kind = AceEncryption::Agile, .rounds = "2"});
+}
+
 } // namespace
 } // namespace relvane::samples
 
@@ -168,13 +188,17 @@ int main(int count, char** arguments) {
     writeDatabase(encoded, folder / "encoded.mdb");
 
     namespace test = relvane::test;
+    DatabaseSpec locked = everyKindOfColumn();
+    locked.password = test::AceEncryptionSpec().password;
+    writeDatabase(locked, folder / "password.mdb");
+    writeEncrypted(folder);
+
     const std::filesystem::path stores = folder / "stores";
     std::filesystem::create_directories(stores);
     const test::Streams streams = storedObjects();
     const relvane::Bytes compound = test::compoundFile(streams);
     writeDatabase(databaseWithStore(test::storageTable(streams)), stores / "rows.mdb");
     writeDatabase(databaseWithStore(test::objectsTable(compound)), stores / "pieces.mdb");
-    std::ofstream(stores / "compound.bin", std::ios::binary)
-        .write(reinterpret_cast<const char*>(compound.data()), static_cast<std::streamsize>(compound.size()));
+    writeBytes(stores / "compound.bin", compound);
     return 0;
 }
