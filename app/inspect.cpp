@@ -103,7 +103,7 @@ private:
         number("codePage", header.statedCodePage);
         number("sortOrder", header.sortOrder);
         member("encoded", header.pageKey != 0);
-        member("hasPassword", !header.password.empty());
+        member("hasPassword", header.hasPassword());
         number("queryTimeout", database_.QueryTimeout());
         member("updatable", database_.Updatable());
         member("catalogOrder", Text(file->catalogue().isOrderedByIndex() ? u"index" : u"name"));
@@ -279,8 +279,8 @@ private:
 
 } // namespace
 
-void writeInspection(std::ostream& out, const std::string& path, jet::LinkResolver resolveLink) {
-    const auto database = jet::openDatabase(textOfNativePath(path), {.resolveLink = std::move(resolveLink)});
+void writeInspection(std::ostream& out, const std::string& path, jet::OpenOptions options) {
+    const auto database = jet::openDatabase(textOfNativePath(path), std::move(options));
     Inspection(out, *database).write();
 }
 

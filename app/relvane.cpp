@@ -142,7 +142,6 @@ int run(QApplication& application, const CommandLine& line) {
 
     // A second program only shows the first, and leaves the file to it.
     LinuxFiles files(lock.isHeld() ? linkMappings(line, folder, dialogs) : std::vector<LinkMapping>());
-    const jet::LinkResolver resolveLink = std::bind_front(&Files::resolveLink, &files);
     LinuxSystem system(!lock.isHeld());
     qt::DesktopServices services(system, dialogs);
     qt::QtClipboard clipboard;
@@ -151,14 +150,13 @@ int run(QApplication& application, const CommandLine& line) {
     platform.clipboard = &clipboard;
     platform.files = &files;
     platform.system = &services;
-    platform.openTarget = [resolveLink](const Text& path) {
-        return jet::openDatabase(path, {.resolveLink = resolveLink});
-    };
+    access::TargetOpener opener(dialogs, std::bind_front(&Files::resolveLink, &files));
+    platform.openTarget = [&opener](const Text& path) { return opener.open(path); };
     platform.openWorkStore = openWorkStore;
     platform.copyFile =
         shellCopy(dialogs, [](const Text& from, const Text& to) { openWorkStore(from)->copyTo(to); });
-    platform.newTargetApplication = [resolveLink] {
-        return access::newTargetApplication(resolveLink, formview::newFormPainter);
+    platform.newTargetApplication = [&opener] {
+        return access::newTargetApplication(opener.newSelection(), formview::newFormPainter);
     };
     platform.newSpreadsheet = [folder] {
         return spreadsheet::newSpreadsheet({.folder = folder, .windows = true});

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 #include <span>
+#include <utility>
 
 namespace relvane::cli {
 namespace {
@@ -71,7 +72,13 @@ Text CommandLineDialogs::saveFile(const Text&, const Text&, const Text&) {
     return nextFile();
 }
 
+// A password that was wrong is not given again.
+std::optional<Text> CommandLineDialogs::askPassword(const Text&) {
+    return std::exchange(passwordGiven_, true) ? std::nullopt : password;
+}
+
 Text CommandLineDialogs::nextFile() {
+    passwordGiven_ = false;
     if (files.empty()) {
         return {};
     }

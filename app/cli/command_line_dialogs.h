@@ -21,9 +21,11 @@ public:
     int MsgBox(const Text& text, int style, const Text& title) override;
     Text openFile(const Text& filter, const Text& initialFolder, const Text& title) override;
     Text saveFile(const Text& filter, const Text& initialFolder, const Text& title) override;
+    std::optional<Text> askPassword(const Text& file) override;
 
-    std::deque<Text> files;     // answers of the coming file dialogs; without one a dialog is cancelled
-    std::deque<int> boxAnswers; // BoxResult values of the coming boxes; without one the default button
+    std::deque<Text> files;       // answers of the coming file dialogs; without one a dialog is cancelled
+    std::optional<Text> password; // the answer to the first question for one behind a file dialog
+    std::deque<int> boxAnswers;   // BoxResult values of the coming boxes; without one the default button
     std::function<void()> beforeWriting; // takes a gauge off the line before a box is written
     bool errorReported() const { return errorReported_; }
 
@@ -32,6 +34,7 @@ private:
     bool quiet_;
     std::set<Text>* saidBefore_;
     bool errorReported_ = false;
+    bool passwordGiven_ = false;
 };
 
 } // namespace relvane::cli

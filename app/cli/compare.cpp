@@ -5,6 +5,7 @@
 
 #include "command.h"
 #include "comparison.h"
+#include "password_option.h"
 #include "platform/native_path.h"
 #include "support/object_comparison.h"
 #include "working_folder.h"
@@ -25,6 +26,7 @@ int runCompare(const Arguments& arguments) {
     const fs::path file = fs::absolute(arguments.positional()[1]).lexically_normal();
     const fs::path out = fs::absolute(arguments.value("--out").value_or("out")).lexically_normal();
     const bool quiet = arguments.has("--quiet");
+    const auto password = givenPassword(arguments);
 
     const WorkingFolder folder(arguments, WorkingFolder::Kind::PrivateUnlessNamed);
     const ReportOutput reports{out, [quiet](const fs::path& written) {
@@ -33,6 +35,7 @@ int runCompare(const Arguments& arguments) {
                                    }
                                }};
     Session session(folder.path(), reports, quiet, !quiet && ::isatty(STDERR_FILENO) != 0);
+    session.dialogs.password = password;
     return session.select(target) && compareWith(session, file) ? exitDone : exitErrorReported;
 }
 

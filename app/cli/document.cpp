@@ -9,6 +9,7 @@
 #include "exports.h"
 #include "form_pictures.h"
 #include "panel_desks.h"
+#include "password_option.h"
 #include "platform/native_path.h"
 #include "press_steps.h"
 #include "session.h"
@@ -36,6 +37,7 @@ struct Folder {
     Steps title;
     std::vector<LinkMapping> links;
     Exports exports;
+    std::optional<Text> password;
     std::set<Text> saidBefore{};
 
     bool hasPaper() const { return reports.folder.has_value(); }
@@ -47,6 +49,7 @@ enum class Ended { Well, WithError, WithoutTarget };
 Ended runDesk(Folder& folder, const ReportOutput& reports, const std::function<bool(Session&)>& work) {
     Session session(folder.programFolder, reports, folder.quiet,
                     !folder.quiet && ::isatty(STDERR_FILENO) != 0, &folder.saidBefore, folder.links);
+    session.dialogs.password = folder.password;
     if (!session.select(folder.target)) {
         return Ended::WithoutTarget;
     }
@@ -124,6 +127,7 @@ int runDocument(const Arguments& arguments) {
     }
     const bool quiet = arguments.has("--quiet");
     const auto given = givenMappings(arguments);
+    const auto password = givenPassword(arguments);
 
     std::optional<fs::path> pattern;
     if (const auto file = arguments.value("--pattern")) {
@@ -140,7 +144,8 @@ int runDocument(const Arguments& arguments) {
                   quiet,
                   titleSteps(arguments.value("--title")),
                   programFolder.linkMappings(given),
-                  Exports(formats, out, written)};
+                  Exports(formats, out, written),
+                  password};
     const Ended panels =
         pattern ? runPattern(folder, *pattern) : runPanels(folder, !arguments.has("--without-links"));
     if (panels == Ended::WithoutTarget) {

@@ -4,6 +4,7 @@
 
 #include "command.h"
 #include "form_pictures.h"
+#include "password_option.h"
 #include "working_folder.h"
 
 namespace relvane::cli {
@@ -17,8 +18,10 @@ int runImage(const Arguments& arguments) {
     requirePictureFile(file);
 
     const auto given = givenMappings(arguments);
+    const auto password = givenPassword(arguments);
     const WorkingFolder folder(arguments, WorkingFolder::Kind::PrivateUnlessNamed);
     Session session(folder.path(), {}, arguments.has("--quiet"), false, nullptr, folder.linkMappings(given));
+    session.dialogs.password = password;
     if (!session.select(target)) {
         return exitErrorReported;
     }

@@ -5,6 +5,7 @@
 #include "command.h"
 #include "inspect.h"
 #include "link_options.h"
+#include "password_option.h"
 #include "system/linux_files.h"
 #include "system/program_folder.h"
 
@@ -16,7 +17,9 @@ int runInspect(const Arguments& arguments) {
     LinuxFiles files(withKeptMappings(
         givenMappings(arguments),
         whichProgramFolder(named ? std::optional<std::filesystem::path>(*named) : std::nullopt)));
-    writeInspection(std::cout, arguments.positional()[0], std::bind_front(&Files::resolveLink, &files));
+    writeInspection(std::cout, arguments.positional()[0],
+                    {.password = givenPassword(arguments).value_or(Text()),
+                     .resolveLink = std::bind_front(&Files::resolveLink, &files)});
     return exitDone;
 }
 

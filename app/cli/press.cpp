@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "command.h"
+#include "password_option.h"
 #include "platform/native_path.h"
 #include "press_steps.h"
 #include "session.h"
@@ -24,6 +25,7 @@ int runPress(const Arguments& arguments) {
         std::filesystem::absolute(arguments.positional()[0]).lexically_normal();
     const bool quiet = arguments.has("--quiet");
     const auto given = givenMappings(arguments);
+    const auto password = givenPassword(arguments);
 
     std::vector<Step> steps;
     std::deque<Text> files;
@@ -42,6 +44,7 @@ int runPress(const Arguments& arguments) {
     const WorkingFolder folder(arguments, WorkingFolder::Kind::UsersOwn);
     Session session(folder.path(), {}, quiet, !quiet && ::isatty(STDERR_FILENO) != 0, nullptr,
                     folder.linkMappings(given));
+    session.dialogs.password = password;
     if (!session.select(target)) {
         return exitErrorReported;
     }

@@ -5,6 +5,7 @@
 
 #include "command.h"
 #include "link_options.h"
+#include "password_option.h"
 #include "platform/runtime_error.h"
 #include "press_steps.h"
 
@@ -28,14 +29,19 @@ constexpr Option documentOptions[] = {
     {"--images", "", "with a picture of every form, in the folder images"},
     {"--without-links", "", "leave linked tables out of the lists of tables and indexes"},
     mapOption,
+    passwordOption,
 };
 constexpr Option saveOptions[] = {
-    {"--without-links", "", "leave linked tables out of the analyses of tables and indexes"}, mapOption};
+    {"--without-links", "", "leave linked tables out of the analyses of tables and indexes"},
+    mapOption,
+    passwordOption};
 constexpr Option imageOptions[] = {{"--design", "", "as the designer shows the form"},
                                    {"--window", "", "with frame and title bar"},
-                                   mapOption};
-constexpr Option compareOptions[] = {{"--out", "DIR", "where the report is made (default: out)"}};
-constexpr Option linkOptions[] = {mapOption};
+                                   mapOption,
+                                   passwordOption};
+constexpr Option compareOptions[] = {{"--out", "DIR", "where the report is made (default: out)"},
+                                     passwordOption};
+constexpr Option targetOptions[] = {mapOption, passwordOption};
 constexpr Option reportOptions[] = {{"--pdf", "FILE", "the file to write"}};
 
 constexpr Command commands[] = {
@@ -48,8 +54,8 @@ constexpr Command commands[] = {
     {"image", "TARGET FORM FILE", "draws a form into a .png or .bmp file", imageOptions, 3, 3, runImage},
     {"press", "TARGET STEP...",
      "presses the panel by hand: NAME=VALUE chooses, NAME presses, file=PATH and answer=BUTTON answer",
-     linkOptions, 1, -1, runPress},
-    {"inspect", "TARGET", "prints all that the reader sees in a database as JSON", linkOptions, 1, 1,
+     targetOptions, 1, -1, runPress},
+    {"inspect", "TARGET", "prints all that the reader sees in a database as JSON", targetOptions, 1, 1,
      runInspect},
     {"report", "NAME --pdf FILE", "writes one report of the work database", reportOptions, 1, 1, runReport},
 };

@@ -5,6 +5,7 @@
 
 #include "command.h"
 #include "panel_desks.h"
+#include "password_option.h"
 #include "platform/native_path.h"
 #include "platform/text.h"
 #include "working_folder.h"
@@ -47,6 +48,7 @@ int runSave(const Arguments& arguments) {
     const fs::path file = analysisFile(arguments.positional()[1]);
     const bool quiet = arguments.has("--quiet");
     const auto given = givenMappings(arguments);
+    const auto password = givenPassword(arguments);
     const WorkingFolder folder(arguments, WorkingFolder::Kind::PrivateUnlessNamed);
     const auto links = folder.linkMappings(given);
 
@@ -54,6 +56,7 @@ int runSave(const Arguments& arguments) {
     bool well = true;
     for (bool withLinks = !arguments.has("--without-links");; withLinks = false) {
         Session session(folder.path(), {}, quiet, !quiet && ::isatty(STDERR_FILENO) != 0, &saidBefore, links);
+        session.dialogs.password = password;
         if (!session.select(target)) {
             return exitErrorReported;
         }

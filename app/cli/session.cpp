@@ -23,15 +23,12 @@ Session::Session(const std::filesystem::path& programFolder, ReportOutput report
     platform_.files = &files_;
     platform_.system = &system_;
     platform_.clipboard = &clipboard_;
-    const jet::LinkResolver resolveLink = std::bind_front(&Files::resolveLink, &files_);
-    platform_.openTarget = [resolveLink](const Text& path) {
-        return jet::openDatabase(path, {.resolveLink = resolveLink});
-    };
+    platform_.openTarget = [this](const Text& path) { return opener_.open(path); };
     platform_.openWorkStore = [](const Text& path) { return openWorkStore(path); };
     platform_.copyFile =
         shellCopy(dialogs, [](const Text& from, const Text& to) { openWorkStore(from)->copyTo(to); });
-    platform_.newTargetApplication = [resolveLink] {
-        return access::newTargetApplication(resolveLink, formview::newFormPainter);
+    platform_.newTargetApplication = [this] {
+        return access::newTargetApplication(opener_.newSelection(), formview::newFormPainter);
     };
     platform_.newReportApplication = [reports = std::move(reports)] { return newReportApplication(reports); };
     platform_.newSpreadsheet = [programFolder] {

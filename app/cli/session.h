@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "access/target_opener.h"
 #include "command_line_dialogs.h"
 #include "desk/desk.h"
 #include "held_picture.h"
@@ -35,6 +36,7 @@ public:
 
 private:
     LinuxFiles files_;
+    access::TargetOpener opener_{dialogs, std::bind_front(&Files::resolveLink, &files_)};
     LinuxSystem system_;
     HeldPicture clipboard_;
     Platform platform_;

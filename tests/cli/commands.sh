@@ -205,6 +205,26 @@ else
     holds "$work/err" "エラーNO:429"
 fi
 
+# Passwords.
+printf 'ﾋﾐﾂno97\r\nsecond line\n' >"$work/password.txt"
+check "a target with a password, and none given" 1 "$cli" inspect "$samples/password.mdb"
+holds "$work/err" "3031"
+check "a password from a file" 0 "$cli" inspect "$samples/password.mdb" --password-file "$work/password.txt"
+holds "$work/out" '"hasPassword": true'
+grep -q 'ﾋﾐﾂno97' "$work/out" "$work/err" && { echo "FAILED: the password is printed"; failed=1; }
+check "a folder of paper with a password" 0 "$cli" document "$samples/password.mdb" --password-file "$work/password.txt" --quiet --out "$work/locked"
+[ -s "$work/locked/R_RvTblTable.pdf" ] || { echo "FAILED: no list of tables behind a password"; failed=1; }
+grep -rq 'ﾋﾐﾂno97' "$work/locked" && { echo "FAILED: the password is in the folder of paper"; failed=1; }
+printf 'wrong' >"$work/wrong.txt"
+check "a wrong password" 1 "$cli" document "$samples/password.mdb" --password-file "$work/wrong.txt" --out "$work/locked"
+holds "$work/err" "ｴﾗｰNo:3031"
+grep -q 'wrong' "$work/err" && { echo "FAILED: the wrong password is told"; failed=1; }
+check "a password that no target asks for" 0 "$cli" inspect "$samples/zaiko.mdb" --password-file "$work/password.txt"
+check "a password file that is not there" 2 "$cli" inspect "$samples/password.mdb" --password-file "$work/none.txt"
+check "a folder as password file" 2 "$cli" inspect "$samples/password.mdb" --password-file "$work"
+printf '\377\376x' >"$work/no-utf8.txt"
+check "a password that is not UTF-8" 2 "$cli" inspect "$samples/password.mdb" --password-file "$work/no-utf8.txt"
+
 check "inspect" 0 "$cli" inspect "$work/受注 97.mdb"
 holds "$work/out" "受注"
 check "inspect what is no database" 1 "$cli" inspect "$work/text.mdb"

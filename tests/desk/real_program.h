@@ -40,14 +40,13 @@ public:
         platform.dialogs = &dialogs;
         platform.files = &files;
         platform.system = &system;
-        const jet::LinkResolver resolveLink = std::bind_front(&Files::resolveLink, &files);
-        platform.openTarget = [resolveLink](const Text& path) {
-            return jet::openDatabase(path, {.resolveLink = resolveLink});
-        };
+        platform.openTarget = [this](const Text& path) { return opener.open(path); };
         platform.openWorkStore = [](const Text& path) { return openWorkStore(path); };
         platform.copyFile =
             shellCopy(dialogs, [](const Text& from, const Text& to) { openWorkStore(from)->copyTo(to); });
-        platform.newTargetApplication = [resolveLink] { return access::newTargetApplication(resolveLink); };
+        platform.newTargetApplication = [this] {
+            return access::newTargetApplication(opener.newSelection());
+        };
         platform.newReportApplication = [this] { return std::make_shared<FakeApplication>(reportApps); };
         desk = std::make_unique<Desk>(
             platform, ProgramOptions{textOfNativePath(std::filesystem::path(folder.path()).string())});
@@ -85,6 +84,7 @@ public:
     TemporaryFolder folder;
     FakeDialogs dialogs;
     LinuxFiles files;
+    access::TargetOpener opener{dialogs, std::bind_front(&Files::resolveLink, &files)};
     FakeSystem system;
     ApplicationLog reportApps;
     Platform platform;

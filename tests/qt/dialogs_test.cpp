@@ -5,6 +5,7 @@
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QLineEdit>
 #include <QTemporaryDir>
 
@@ -202,6 +203,41 @@ private slots:
         answerFileDialog(path, true);
         const Text filter = Text(u"解析ファイル") + u'\0' + u"*.adb" + u'\0';
         QCOMPARE(toQString(dialogs_.saveFile(filter, fromQtPath(folder.path()), u"t")), path);
+    }
+
+    void aPasswordIsTypedUnseen() {
+        QString title, label;
+        QStringList buttons;
+        QLineEdit::EchoMode echo = QLineEdit::Normal;
+        QTimer::singleShot(0, qApp, [&] {
+            auto* const dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr) {
+                return;
+            }
+            title = dialog->windowTitle();
+            label = dialog->labelText();
+            buttons = {dialog->okButtonText(), dialog->cancelButtonText()};
+            auto* const entry = dialog->findChild<QLineEdit*>();
+            echo = entry->echoMode();
+            QTest::keyClicks(entry, QStringLiteral("geheim"));
+            QTest::keyClick(entry, Qt::Key_Return);
+        });
+        const auto password = dialogs_.askPassword(u"/home/a/受注.accdb");
+        QVERIFY(password == std::optional<Text>(u"geheim"));
+        QCOMPARE(echo, QLineEdit::Password);
+        QCOMPARE(title, QStringLiteral("データベース パスワードの入力"));
+        QVERIFY(label.startsWith(QStringLiteral("受注.accdb\n")));
+        QCOMPARE(buttons, (QStringList{QStringLiteral("OK"), QStringLiteral("キャンセル")}));
+    }
+
+    void aCancelledPasswordIsNone() {
+        QTimer::singleShot(0, qApp, [] {
+            if (auto* const dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget())) {
+                QTest::keyClicks(dialog->findChild<QLineEdit*>(), QStringLiteral("geheim"));
+                QTest::keyClick(dialog, Qt::Key_Escape);
+            }
+        });
+        QVERIFY(!dialogs_.askPassword(u"a.mdb"));
     }
 
     void aMissingInitialFolderIsNoObstacle() {

@@ -80,6 +80,19 @@ public:
         return true;
     }
 
+    std::deque<Text> passwords;       // the answers to come; without one: cancelled
+    std::vector<Text> askedPasswords; // of which files
+
+    std::optional<Text> askPassword(const Text& file) override {
+        askedPasswords.push_back(file);
+        if (passwords.empty()) {
+            return std::nullopt;
+        }
+        Text password = std::move(passwords.front());
+        passwords.pop_front();
+        return password;
+    }
+
     Text lastText() const { return boxes.empty() ? Text(u"(no box)") : boxes.back().text; }
 };
 

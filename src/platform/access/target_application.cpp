@@ -55,8 +55,8 @@ bool isOfAccess95(dao::Database& database) {
 // The application is its own DoCmd. What it does not have fails as in an application without any object.
 class TargetApplication : public Application, public DoCmd {
 public:
-    TargetApplication(jet::LinkResolver resolveLink, NewFormPainter newPainter)
-        : resolveLink_(std::move(resolveLink)), newPainter_(std::move(newPainter)) {}
+    TargetApplication(OpenTarget open, NewFormPainter newPainter)
+        : open_(std::move(open)), newPainter_(std::move(newPainter)) {}
 
     void OpenCurrentDatabase(const Text& path, bool) override {
         if (database_) {
@@ -65,7 +65,7 @@ public:
         if (isOfAccess2(path)) {
             throw RunTimeError(ErrorNumber::OlderAccessVersion, path);
         }
-        auto database = jet::openDatabase(path, {.resolveLink = resolveLink_});
+        auto database = open_ ? open_(path) : jet::openDatabase(path);
         if (isOfAccess95(*database)) {
             throw RunTimeError(ErrorNumber::OlderAccessVersion, path);
         }
@@ -265,7 +265,7 @@ private:
         }
     }
 
-    jet::LinkResolver resolveLink_;
+    OpenTarget open_;
     NewFormPainter newPainter_;
     std::shared_ptr<dao::Database> database_;
     std::unique_ptr<FormPainter> painter_;   // of the database
@@ -281,8 +281,8 @@ private:
 
 } // namespace
 
-std::shared_ptr<Application> newTargetApplication(jet::LinkResolver resolveLink, NewFormPainter newPainter) {
-    return std::make_shared<TargetApplication>(std::move(resolveLink), std::move(newPainter));
+std::shared_ptr<Application> newTargetApplication(OpenTarget open, NewFormPainter newPainter) {
+    return std::make_shared<TargetApplication>(std::move(open), std::move(newPainter));
 }
 
 } // namespace relvane::access

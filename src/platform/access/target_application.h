@@ -4,13 +4,13 @@
 #include <memory>
 
 #include "access/form_painter.h"
-#include "jet/open_database.h"
-#include "platform/access.h"
+#include "access/target_opener.h"
 
 namespace relvane::access {
 
-// A new instance without a database; `resolveLink` finds the files of the linked tables of the one it will open, and
-// `newPainter` draws its forms: without it they have no picture (438), and no form tells of another that it needs.
+// A new instance without a database; `open` opens the one it will have, by default without a password and with no
+// link, and `newPainter` draws its forms: without it they have no picture (438), and no form tells of another that it
+// needs.
 //
 // OpenCurrentDatabase refuses a file that an Access before 97 has written (7866), whatever DAO says to it, and
 // a second database beside an open one (7867); else it opens what openDatabase opens, with the errors of that.
@@ -27,7 +27,6 @@ namespace relvane::access {
 // Deleting one that is open closes it.
 //
 // A form that is not open cannot be selected in its window or repainted (2489).
-std::shared_ptr<Application> newTargetApplication(jet::LinkResolver resolveLink = {},
-                                                  NewFormPainter newPainter = {});
+std::shared_ptr<Application> newTargetApplication(OpenTarget open = {}, NewFormPainter newPainter = {});
 
 } // namespace relvane::access

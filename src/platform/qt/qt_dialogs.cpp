@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPrinterInfo>
 #include <QPushButton>
@@ -155,6 +157,18 @@ bool QtDialogs::PrintDlg() {
                        windowInFront());
     dialog.setAcceptCaption(QStringLiteral("OK")); // it chooses; what is printed is for others to say
     return dialog.exec() == QDialog::Accepted;
+}
+
+std::optional<Text> QtDialogs::askPassword(const Text& file) {
+    const OrdinaryPointer pointer;
+    QInputDialog dialog(windowInFront());
+    dialog.setWindowTitle(QStringLiteral("データベース パスワードの入力"));
+    dialog.setLabelText(
+        QStringLiteral("%1\n\nパスワードを入力して下さい。").arg(QFileInfo(toQtPath(file)).fileName()));
+    dialog.setTextEchoMode(QLineEdit::Password);
+    dialog.setOkButtonText(QStringLiteral("OK"));
+    dialog.setCancelButtonText(QStringLiteral("キャンセル"));
+    return dialog.exec() == QDialog::Accepted ? std::optional(fromQString(dialog.textValue())) : std::nullopt;
 }
 
 void tell(QWidget& parent, const QString& text) {

@@ -17,6 +17,7 @@ public:
     Text saveFile(const Text& filter, const Text& initialFolder, const Text& title) override;
     bool PageSetupDlg(PageMargins& margins, const PageMargins& least) override;
     bool PrintDlg() override;
+    std::optional<Text> askPassword(const Text& file) override;
 };
 
 // Dresses a box: plain text, the icon and the buttons of the style, Japanese on the buttons.
