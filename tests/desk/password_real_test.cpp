@@ -1,6 +1,7 @@
 // Targets that ask for a password: when it is asked for, what a wrong one does, and that it is kept nowhere.
 #include <gtest/gtest.h>
 
+#include "jet/file_header.h"
 #include "real_program.h"
 
 namespace relvane {
@@ -66,7 +67,7 @@ TEST(TargetPassword, TheRealFileOfAccess97OpensWithItsOwn) {
     ASSERT_TRUE(program.select(*path));
     EXPECT_TRUE(program.dialogs.boxes.empty());
     EXPECT_TRUE(program.press(program.form().cmdObject));
-    EXPECT_FALSE(program.rows(u"T_RvObjectAll").empty());
+    EXPECT_FALSE(program.rows(u"T_RvObject").empty());
 }
 
 TEST(TargetPassword, NoFileOfTheProgramHoldsIt) {

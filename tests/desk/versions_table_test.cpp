@@ -28,6 +28,9 @@ struct Tally {
     void of(const std::function<void()>& reading) { ++(skipErrors(reading) == 0 ? read : refused); }
 };
 
+// What DAO says to some queries of any version.
+constexpr int ambiguousJoins = 3258;
+
 Tally tables(const Text& path) {
     Tally tally;
     const auto database = jet::openDatabase(path);
@@ -35,7 +38,12 @@ Tally tables(const Text& path) {
         tally.of([&] { table->Fields(); });
     }
     for (const auto& query : database->QueryDefs()) {
-        tally.of([&] { query->SQL(); });
+        tally.of([&] {
+            const int error = skipErrors([&] { query->SQL(); });
+            if (error != ambiguousJoins && error != 0) {
+                throw RunTimeError(error, {});
+            }
+        });
     }
     return tally;
 }
