@@ -23,6 +23,10 @@ class OutWindowTest : public QObject {
         program_->get<QAction>("m9")->trigger();
         QVERIFY(QTest::qWaitForWindowActive(program_->out.get()));
     }
+    void analyseQueries() {
+        program_->get<QPushButton>("cmdQuery")->click();
+        QTRY_VERIFY(program_->window->isEnabled()); // behind the events of the run
+    }
     // The names of the buttons that can be pressed, in their order.
     QString openButtons() {
         QStringList names;
@@ -75,7 +79,7 @@ private slots:
     void itsWholeLife() {
         QVERIFY(program_->select());
         open();
-        program_->get<QPushButton>("cmdQuery")->click();
+        analyseQueries();
         QCOMPARE(openButtons(), QString()); // until it is opened again
         program_->out->close();
         QVERIFY(!program_->out->isVisible());
@@ -116,7 +120,7 @@ private slots:
 
     void enterWalksTheOpenButtonsAndSpacePressesThem() {
         QVERIFY(program_->select());
-        program_->get<QPushButton>("cmdQuery")->click();
+        analyseQueries();
         open();
         get<QPushButton>("cmdQCSV")->setFocus();
         QTest::keyClick(program_->out->focusWidget(), Qt::Key_Return);
