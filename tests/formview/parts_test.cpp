@@ -12,6 +12,7 @@
 #include "formview/picture_image.h"
 #include "formview/stored_picture.h"
 #include "formview/window_parts.h"
+#include "platform/bitmap_file.h"
 
 namespace relvane::formview {
 namespace {
@@ -277,7 +278,7 @@ TEST(Metafiles, BytesThatAreNoneDrawNothingAndHarmNobody) {
     EXPECT_FALSE(metafileImage(metafile, {50, 50}));
 }
 
-TEST(PictureFiles, ABitmapHas24BitsAPixel) {
+TEST(PictureFiles, ABitmapIsReadBackAsItWas) {
     const Picture picture{3, 2, {0xFF0000, 0x00FF00, 0x0000FF, 0, 0xFFFFFF, 0x123456}};
     const Bytes file = bitmapFile(picture);
     ASSERT_GT(file.size(), 54U);

@@ -5,24 +5,13 @@
 #include "formview/picture_image.h"
 
 namespace relvane::formview {
-namespace {
 
-Bytes encoded(const QImage& image, const char* format) {
+Bytes pngFile(const Picture& picture) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format);
+    imageOf(picture).save(&buffer, "PNG");
     return {bytes.begin(), bytes.end()};
-}
-
-} // namespace
-
-Bytes bitmapFile(const Picture& picture) {
-    return encoded(imageOf(picture).convertToFormat(QImage::Format_RGB888), "BMP");
-}
-
-Bytes pngFile(const Picture& picture) {
-    return encoded(imageOf(picture), "PNG");
 }
 
 } // namespace relvane::formview

@@ -1,4 +1,4 @@
-// A picture as the bytes of a file.
+// A picture as the bytes of a .png file; platform/bitmap_file.h makes bitmaps.
 #pragma once
 
 #include "platform/picture.h"
@@ -6,7 +6,6 @@
 
 namespace relvane::formview {
 
-Bytes bitmapFile(const Picture& picture); // .bmp, 24 bits a pixel
 Bytes pngFile(const Picture& picture);
 
 } // namespace relvane::formview
