@@ -81,11 +81,15 @@ std::shared_ptr<Connection> Connection::openNew(const std::string& pipe, std::ch
     const std::shared_ptr<Connection> line(new Connection(
         css::bridge::BridgeFactory::create(local)->createBridge(OUString(), "urp", connection, nullptr),
         patience));
-    line->call([&line = *line] {
-        line.remote_.set(line.bridge_->getInstance("StarOffice.ComponentContext"), css::uno::UNO_QUERY_THROW);
-        line.desktop_ = css::frame::Desktop::create(line.remote_);
+    // One that is just ending takes a call yet and answers no more: it is gone too.
+    const int failed = skipErrors([&line] {
+        line->call([&line = *line] {
+            line.remote_.set(line.bridge_->getInstance("StarOffice.ComponentContext"),
+                             css::uno::UNO_QUERY_THROW);
+            line.desktop_ = css::frame::Desktop::create(line.remote_);
+        });
     });
-    return line;
+    return failed == 0 ? line : nullptr;
 }
 
 Connection::~Connection() {
