@@ -1,7 +1,5 @@
 // The main window as state: every control of the working panel, in tab order. Nothing happens here; panel_events.h
 // and the desk give the controls their handlers.
-//
-// Frames whose analysis is not there yet stand hidden (see the constructor), with all their controls in place.
 #pragma once
 
 #include <array>
