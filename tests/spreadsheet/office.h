@@ -17,10 +17,12 @@ namespace relvane::test {
 #ifdef RELVANE_SPREADSHEET_MODULE
 inline constexpr const char* spreadsheetModule = RELVANE_SPREADSHEET_MODULE;
 inline constexpr const char* converter = RELVANE_SOFFICE;
+inline constexpr const char* killedProgram = RELVANE_KILLED_PROGRAM;
 #define NEEDS_OFFICE()
 #else
 inline constexpr const char* spreadsheetModule = "";
 inline constexpr const char* converter = "";
+inline constexpr const char* killedProgram = "";
 #define NEEDS_OFFICE() GTEST_SKIP() << "this build has no spreadsheet service: libreoffice-dev was not found"
 #endif
 
