@@ -47,7 +47,7 @@ public:
                  .name = object.name,
                  .type = object.type,
                  .flags = object.flags,
-                 .properties = propertyBlob(object.properties, {}, spec_.codePage)});
+                 .properties = propertyBlob(object.properties, {}, textCoding(spec_))});
         }
         return std::move(catalogue_);
     }
@@ -91,7 +91,7 @@ private:
              .name = u"MSysDb",
              .type = type(ObjectType::Database),
              .flags = systemFlag,
-             .properties = propertyBlob(properties, {}, spec_.codePage)});
+             .properties = propertyBlob(properties, {}, textCoding(spec_))});
     }
 
     void addTable(PageNumber page, const TableSpec& table) {
@@ -107,7 +107,7 @@ private:
              .type = type(ObjectType::Table),
              .flags = table.flags,
              .ownedByEngine = (table.flags & systemFlag) != 0,
-             .properties = propertyBlob(table.properties, ofColumns, spec_.codePage)},
+             .properties = propertyBlob(table.properties, ofColumns, textCoding(spec_))},
             table.created, table.updated);
     }
 
@@ -136,7 +136,7 @@ private:
         add({.parentId = databasesId,
              .name = name,
              .type = type(ObjectType::DatabaseDocument),
-             .properties = propertyBlob(properties, {}, spec_.codePage)});
+             .properties = propertyBlob(properties, {}, textCoding(spec_))});
     }
 
     std::int32_t container(const char16_t* name, ObjectType documentType,
@@ -147,7 +147,7 @@ private:
                              .name = document.name,
                              .type = type(documentType),
                              .flags = document.hidden ? hiddenFlag : 0,
-                             .properties = propertyBlob(document.properties, {}, spec_.codePage)};
+                             .properties = propertyBlob(document.properties, {}, textCoding(spec_))};
             addContent(row, documentType, document);
             add(std::move(row), document.created, document.updated);
         }
@@ -157,7 +157,7 @@ private:
     // What a document is made of stands in its own row, or in the table of modules when it has a module.
     void addContent(CatalogueRow& row, ObjectType documentType, const DocumentSpec& document) {
         if (documentType == ObjectType::Macro) {
-            row.extra = macroSheet(document.macro.value_or(MacroSpec()), spec_.codePage);
+            row.extra = macroSheet(document.macro.value_or(MacroSpec()), textCoding(spec_));
             return;
         }
         if (documentType == ObjectType::Module) {
@@ -170,8 +170,8 @@ private:
         if (document.design) {
             DesignSpec whole = *document.design;
             addUnusedFields(whole);
-            design = designStream(whole, spec_.codePage);
-            names = typeInfoStream(whole, spec_.codePage);
+            design = designStream(whole, textCoding(spec_));
+            names = typeInfoStream(whole, textCoding(spec_));
         }
         if (document.module) {
             ModuleRow& module = addModule(documentType, document);
@@ -250,7 +250,7 @@ private:
              .database = given(link.database),
              .connect = given(link.connect),
              .foreignName = given(link.sourceTable),
-             .properties = propertyBlob(link.properties, {}, spec_.codePage)},
+             .properties = propertyBlob(link.properties, {}, textCoding(spec_))},
             link.created, link.updated);
     }
 
@@ -259,12 +259,13 @@ private:
         for (const auto& [name, properties] : query.columnProperties) {
             ofColumns.emplace_back(name, &properties);
         }
-        const std::int32_t id = add({.parentId = tablesId,
-                                     .name = query.name,
-                                     .type = type(ObjectType::Query),
-                                     .flags = query.flags,
-                                     .properties = propertyBlob(query.properties, ofColumns, spec_.codePage)},
-                                    query.created, query.updated);
+        const std::int32_t id =
+            add({.parentId = tablesId,
+                 .name = query.name,
+                 .type = type(ObjectType::Query),
+                 .flags = query.flags,
+                 .properties = propertyBlob(query.properties, ofColumns, textCoding(spec_))},
+                query.created, query.updated);
         catalogue_.queries.emplace_back(id, &query);
     }
 

@@ -49,15 +49,7 @@ Currency currencyOf(const Value& value) {
     return std::get<Currency>(value);
 }
 
-std::string encodeText(TextView text, int codePage) {
-    if (!canEncode(text, codePage)) {
-        throw std::invalid_argument("code page " + std::to_string(codePage) + " lacks a character of \"" +
-                                    toUtf8(text) + "\"");
-    }
-    return encode(text, codePage);
-}
-
-Bytes storedBytes(const Value& value, const ColumnSpec& column, int codePage) {
+Bytes storedBytes(const Value& value, const ColumnSpec& column, TextCoding coding) {
     ByteWriter out;
     try {
         switch (column.type) {
@@ -94,7 +86,7 @@ Bytes storedBytes(const Value& value, const ColumnSpec& column, int codePage) {
             if (const auto* bytes = std::get_if<Bytes>(&value)) {
                 out.bytes(*bytes);
             } else {
-                out.text(encodeText(std::get<Text>(value), codePage));
+                out.text(encodeText(std::get<Text>(value), coding));
             }
             break;
         default:

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "sample_builder/database_spec.h"
+#include "sample_builder/text_coding.h"
 
 namespace relvane::samples {
 
@@ -11,13 +12,10 @@ namespace relvane::samples {
 double numberOf(const Value& value);
 Currency currencyOf(const Value& value);
 
-// Bytes of a text in the code page; std::invalid_argument when it has a character the page lacks.
-std::string encodeText(TextView text, int codePage);
-
 // Bytes of a value in the fixed form of numbers, dates and GUIDs; the text or the bytes of the other types (a text
 // column also takes bytes, which are stored as they stand). Boolean has none. Not for Null.
 // std::invalid_argument when value and type do not go together.
-Bytes storedBytes(const Value& value, const ColumnSpec& column, int codePage);
+Bytes storedBytes(const Value& value, const ColumnSpec& column, TextCoding coding);
 
 // Bytes that a type takes in the row: 0 for Boolean, the head's for long values, the size for Text and Binary.
 std::size_t storedSize(const ColumnSpec& column);

@@ -1,4 +1,4 @@
-// What a sample database holds: the model that writeDatabase (database_writer.h) turns into an Access 97 file.
+// What a sample database holds: the model that writeDatabase (database_writer.h) turns into a file.
 // Plain values, made to be written down in a test:
 //
 //     DatabaseSpec spec;
@@ -9,7 +9,7 @@
 //                            .rows = {{1, u"山田"}, {2, u"佐藤"}}});
 //     writeDatabase(spec, path);
 //
-// Everything that is left out gets what Access 97 would write. Names may be anything: the writer does not ask
+// Everything that is left out gets what Access would write. Names may be anything: the writer does not ask
 // whether Access would let them through, only whether the file can hold them.
 #pragma once
 
@@ -26,6 +26,7 @@
 #include "sample_builder/design_spec.h"
 #include "sample_builder/macro_spec.h"
 #include "sample_builder/module_spec.h"
+#include "sample_builder/text_coding.h"
 
 namespace relvane::samples {
 
@@ -210,11 +211,17 @@ struct ObjectSpec {
     std::vector<PropertySpec> properties{};
 };
 
+// Access97 is Jet 3; Access2000 is Jet 4 with the objects of Access in one compound file. The same spec in both is the
+// same application.
+enum class FileFormat { Access97, Access2000 };
+
 struct DatabaseSpec {
+    FileFormat format = FileFormat::Access97;
     int codePage = japaneseCodePage;
     int sortOrder = 0x0411;                // a locale: 0x0411 Japanese, 0x0409 general
     DateTime created{1998, 4, 1, 9, 0, 0}; // of every object that has no date of its own
-    // Property of the database: "07.53" is Access 97, "06.68" Access 95. Nothing: a file made by DAO alone.
+    // Property of the database: "08.50" is Access 2000, "07.53" Access 97, "06.68" Access 95. Nothing: a file made by
+    // DAO alone.
     std::optional<Text> accessVersion = u"07.53";
     std::vector<PropertySpec> properties{};  // of the database: AppTitle, StartUpForm ...
     std::vector<PropertySpec> summary{};     // document SummaryInfo: Title, Author ...
@@ -232,5 +239,9 @@ struct DatabaseSpec {
     // Entries on one index page at most; 0 is as many as fit. A small number makes deep trees of little data.
     int indexPageEntries = 0;
 };
+
+inline TextCoding textCoding(const DatabaseSpec& spec) {
+    return {spec.codePage, spec.format == FileFormat::Access2000};
+}
 
 } // namespace relvane::samples

@@ -122,7 +122,7 @@ void writePages(PageFile& file, const DatabaseSpec& spec) {
         plans.push_back({.table = table, .definition = page, .realIndexes = {}, .logicalIndexes = {}});
     }
     planIndexes(plans, spec.relations, spec.codePage);
-    const TableSettings settings{spec.codePage, spec.sortOrder,
+    const TableSettings settings{textCoding(spec), spec.sortOrder,
                                  static_cast<std::size_t>(spec.indexPageEntries)};
     for (const TablePlan& plan : plans) {
         writeTable(file, plan, settings);

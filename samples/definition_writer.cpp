@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::size_t pageHead = 8; // kind, 1, "VC", next page
 
-void name(ByteWriter& out, TextView text, int codePage) {
-    const std::string bytes = encodeText(text, codePage);
+void name(ByteWriter& out, TextView text, TextCoding coding) {
+    const std::string bytes = encodeText(text, coding);
     if (bytes.size() > 255) {
         throw std::invalid_argument("a name is longer than 255 bytes: " + bytes);
     }
@@ -44,7 +44,7 @@ void column(ByteWriter& out, const PlacedColumn& column, bool systemTable, const
     out.u16(column.ordinal);
     out.u16(0);
     out.u16(static_cast<unsigned>(settings.sortOrder));
-    out.u16(static_cast<unsigned>(settings.codePage));
+    out.u16(static_cast<unsigned>(settings.coding.codePage));
     out.u8(columnFlags(column, systemTable));
     out.u16(column.fixedOffset);
     out.u16(columnLength(*column.spec));
@@ -110,7 +110,7 @@ Bytes definitionBytes(const TablePlan& plan, const TableLayout& layout, const Ta
         column(out, placed, systemTable, settings);
     }
     for (const PlacedColumn& placed : columns) {
-        name(out, placed.spec->name, settings.codePage);
+        name(out, placed.spec->name, settings.coding);
     }
     for (std::size_t i = 0; i < plan.realIndexes.size(); ++i) {
         realIndex(out, plan.realIndexes[i], layout, contents.indexes[i]);
@@ -119,7 +119,7 @@ Bytes definitionBytes(const TablePlan& plan, const TableLayout& layout, const Ta
         logicalIndex(out, index);
     }
     for (const LogicalIndex& index : plan.logicalIndexes) {
-        name(out, index.name, settings.codePage);
+        name(out, index.name, settings.coding);
     }
     for (const TableContents::LongValues& values : contents.longValues) {
         out.u16(values.column);

@@ -99,7 +99,7 @@ Values valuesOf(const DesignObjectSpec& object) {
 
 class StreamWriter {
 public:
-    explicit StreamWriter(int codePage) : codePage_(codePage) {}
+    explicit StreamWriter(TextCoding coding) : coding_(coding) {}
 
     Bytes write(const DesignSpec& design) {
         bytes_.u16(writtenVersion.version);
@@ -171,7 +171,7 @@ private:
             return writeNumber(type, fact, value, 4, std::numeric_limits<std::int32_t>::min(),
                                std::numeric_limits<std::int32_t>::max());
         case ValueKind::Text: {
-            const std::string text = encodeText(toText(value), codePage_);
+            const std::string text = encodeText(toText(value), coding_);
             return writeVariable({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
         }
         case ValueKind::Date: {
@@ -215,7 +215,7 @@ private:
         bytes_.bytes(value);
     }
 
-    int codePage_;
+    TextCoding coding_;
     ByteWriter bytes_;
     std::map<DesignType, Values> blocks_;
 };
@@ -274,7 +274,7 @@ std::uint8_t classOf(const DesignObjectSpec& object, const DesignObjectSpec& par
 
 class ListWriter {
 public:
-    explicit ListWriter(int codePage) : codePage_(codePage) {}
+    explicit ListWriter(TextCoding coding) : coding_(coding) {}
 
     Bytes write(const DesignSpec& design) {
         const bool ofReport = design.root.type == DesignType::Report;
@@ -313,9 +313,9 @@ private:
         members_.u8(memberClass);
         members_.u16(0);
         members_.u32(count_++);
-        members_.text(encodeText(prefix, codePage_));
+        members_.text(encodeText(prefix, coding_));
         members_.u8(0);
-        members_.text(prefix == name ? std::string() : encodeText(name, codePage_));
+        members_.text(prefix == name ? std::string() : encodeText(name, coding_));
         members_.u8(0);
         if (type == static_cast<std::uint8_t>(DesignType::CustomControl)) {
             members_.bytes(Bytes(access::libraryReferenceSize)); // of no library
@@ -336,7 +336,7 @@ private:
         return id.data();
     }
 
-    int codePage_;
+    TextCoding coding_;
     ByteWriter members_;
     std::uint32_t count_ = 0;
 };
@@ -355,12 +355,12 @@ Text DesignObjectSpec::name() const {
     return name == nullptr ? Text() : toText(*name);
 }
 
-Bytes designStream(const DesignSpec& design, int codePage) {
-    return StreamWriter(codePage).write(design);
+Bytes designStream(const DesignSpec& design, TextCoding coding) {
+    return StreamWriter(coding).write(design);
 }
 
-Bytes typeInfoStream(const DesignSpec& design, int codePage) {
-    return ListWriter(codePage).write(design);
+Bytes typeInfoStream(const DesignSpec& design, TextCoding coding) {
+    return ListWriter(coding).write(design);
 }
 
 Text procedurePrefix(TextView name) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sample_builder/design_spec.h"
+#include "sample_builder/text_coding.h"
 
 namespace relvane::samples {
 
@@ -9,10 +10,10 @@ namespace relvane::samples {
 // not stored. Stored without being asked for, as Access derives them: AccessKey from the "&" of a caption,
 // EventProcPrefix of a name that is none for a procedure, RowSourceTypeInt beside RowSourceType.
 // std::invalid_argument names a property that the type does not have or that cannot be kept so.
-Bytes designStream(const DesignSpec& design, int codePage);
+Bytes designStream(const DesignSpec& design, TextCoding coding);
 
 // The list of names beside it.
-Bytes typeInfoStream(const DesignSpec& design, int codePage);
+Bytes typeInfoStream(const DesignSpec& design, TextCoding coding);
 
 // The name as procedures have it: "氏名 (カナ)" is 氏名__カナ_.
 Text procedurePrefix(TextView name);

@@ -17,7 +17,7 @@ constexpr std::uint16_t emptySlot = 0xFFFF;
 // A row and the header are stored alike: two numbers, a slot for each text, the texts.
 class RecordWriter {
 public:
-    explicit RecordWriter(int codePage) : codePage_(codePage) {}
+    explicit RecordWriter(TextCoding coding) : coding_(coding) {}
 
     void record(std::size_t first, std::size_t number, const MacroRowSpec& row) {
         if (row.arguments.size() > mostArguments) {
@@ -57,19 +57,19 @@ private:
             return emptySlot;
         }
         const auto place = static_cast<std::uint16_t>(texts_.size());
-        texts_ += encodeText(text, codePage_);
+        texts_ += encodeText(text, coding_);
         texts_ += '\0';
         return place;
     }
 
-    int codePage_;
+    TextCoding coding_;
     ByteWriter out_;
     std::string texts_;
 };
 
 } // namespace
 
-Bytes macroSheet(const MacroSpec& macro, int codePage) {
+Bytes macroSheet(const MacroSpec& macro, TextCoding coding) {
     const auto fills = [&](Text MacroRowSpec::*column) {
         return std::ranges::any_of(macro.rows,
                                    [&](const MacroRowSpec& row) { return !(row.*column).empty(); });
@@ -80,7 +80,7 @@ Bytes macroSheet(const MacroSpec& macro, int codePage) {
     if (macro.hasVersion) {
         version.arguments = {u"2", u"2"};
     }
-    RecordWriter sheet(codePage);
+    RecordWriter sheet(coding);
     sheet.record((names ? 1U : 0U) | (conditions ? 2U : 0U), 0, version);
     std::size_t number = 0;
     for (const MacroRowSpec& row : macro.rows) {

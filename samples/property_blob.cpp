@@ -28,7 +28,7 @@ int typeOf(const PropertySpec& property) {
     return byAlternative[property.value.index()];
 }
 
-Bytes valueBytes(const PropertySpec& property, int codePage) {
+Bytes valueBytes(const PropertySpec& property, TextCoding coding) {
     if (std::holds_alternative<Null>(property.value)) {
         return {};
     }
@@ -37,21 +37,21 @@ Bytes valueBytes(const PropertySpec& property, int codePage) {
     }
     const ColumnSpec column{
         .name = property.name, .type = static_cast<ColumnType>(typeOf(property)), .size = 0xFFFF};
-    return storedBytes(property.value, column, codePage);
+    return storedBytes(property.value, column, coding);
 }
 
 class BlobWriter {
 public:
-    explicit BlobWriter(int codePage) : codePage_(codePage) {}
+    explicit BlobWriter(TextCoding coding) : coding_(coding) {}
 
     void chunk(std::uint16_t kind, TextView owner, const std::vector<PropertySpec>& properties) {
         ByteWriter body;
-        const std::string name = encodeText(owner, codePage_);
+        const std::string name = encodeText(owner, coding_);
         body.u32(4 + 2 + name.size()); // the header counts itself
         body.u16(name.size());
         body.text(name);
         for (const PropertySpec& property : properties) {
-            const Bytes data = valueBytes(property, codePage_);
+            const Bytes data = valueBytes(property, coding_);
             body.u16(8 + data.size());
             body.u8(property.needsDesignPermission ? 1 : 0);
             body.u8(static_cast<unsigned>(typeOf(property)));
@@ -65,7 +65,7 @@ public:
     Bytes finish() const {
         ByteWriter names, blob;
         for (const Text& name : names_) {
-            const std::string bytes = encodeText(name, codePage_);
+            const std::string bytes = encodeText(name, coding_);
             names.u16(bytes.size());
             names.text(bytes);
         }
@@ -91,7 +91,7 @@ private:
         return static_cast<std::size_t>(found - names_.begin());
     }
 
-    int codePage_;
+    TextCoding coding_;
     std::vector<Text> names_;
     ByteWriter chunks_;
 };
@@ -99,12 +99,12 @@ private:
 } // namespace
 
 std::optional<Bytes> propertyBlob(const std::vector<PropertySpec>& ofObject,
-                                  const std::vector<NamedProperties>& ofColumns, int codePage) {
+                                  const std::vector<NamedProperties>& ofColumns, TextCoding coding) {
     const auto has = [](const NamedProperties& column) { return !column.second->empty(); };
     if (ofObject.empty() && std::ranges::none_of(ofColumns, has)) {
         return std::nullopt;
     }
-    BlobWriter writer(codePage);
+    BlobWriter writer(coding);
     writer.chunk(jet::propertyChunk::ofObject, {}, ofObject);
     for (const NamedProperties& column : ofColumns) {
         if (has(column)) {

@@ -127,7 +127,7 @@ void appendOffsets(ByteWriter& row, const std::vector<std::size_t>& offsets, std
 
 } // namespace
 
-Bytes rowBytes(const TableLayout& layout, const RowSpec& row, LongValueStore& longValues, int codePage) {
+Bytes rowBytes(const TableLayout& layout, const RowSpec& row, LongValueStore& longValues, TextCoding coding) {
     const auto all = layout.columns().size();
     const std::size_t count =
         row.columnCount ? std::min(all, static_cast<std::size_t>(*row.columnCount)) : all;
@@ -155,7 +155,7 @@ Bytes rowBytes(const TableLayout& layout, const RowSpec& row, LongValueStore& lo
             continue;
         }
         mask[column.number / 8] = static_cast<std::uint8_t>(mask[column.number / 8] | 1 << column.number % 8);
-        Bytes bytes = storedBytes(value, *column.spec, codePage);
+        Bytes bytes = storedBytes(value, *column.spec, coding);
         if (isLongValue(column.spec->type)) {
             bytes = longValues.store(column, bytes);
         }

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "sample_builder/page_file.h"
+#include "sample_builder/text_coding.h"
 
 namespace relvane::samples {
 
@@ -49,7 +50,7 @@ private:
     std::map<unsigned, DataPages> pages_; // by number of the column
 };
 
-Bytes rowBytes(const TableLayout& layout, const RowSpec& row, LongValueStore& longValues, int codePage);
+Bytes rowBytes(const TableLayout& layout, const RowSpec& row, LongValueStore& longValues, TextCoding coding);
 
 // The value of a column in a row, Null where the row has none.
 const Value& valueOf(const RowSpec& row, const PlacedColumn& column);

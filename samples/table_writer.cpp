@@ -49,7 +49,7 @@ private:
                 data_.append({}, jet::rowDeleted | jet::rowMoved);
                 continue;
             }
-            const Bytes bytes = rowBytes(layout_, row, longValues_, settings_.codePage);
+            const Bytes bytes = rowBytes(layout_, row, longValues_, settings_.coding);
             if (row.moved) {
                 const Bytes pointer(4);
                 const RowPlace place = data_.append(pointer, jet::rowMoved);
@@ -104,7 +104,7 @@ private:
                 }
                 const Value& value = valueOf(*stored.row, column);
                 nulls += std::holds_alternative<Null>(value) ? 1 : 0;
-                appendKey(key, value, *column.spec, indexed.descending, settings_.codePage);
+                appendKey(key, value, *column.spec, indexed.descending, settings_.coding.codePage);
             }
             if (nulls < index.columns.size() || (index.flags & jet::realIndexFlag::ignoreNulls) == 0) {
                 entries.push_back({key.data(), stored.place, nulls > 0});

@@ -6,7 +6,7 @@
 namespace relvane::samples {
 
 struct TableSettings {
-    int codePage = japaneseCodePage;
+    TextCoding coding = japaneseCodePage;
     int sortOrder = 0x0411;
     std::size_t indexPageEntries = 0; // see DatabaseSpec
 };
