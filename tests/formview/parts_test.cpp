@@ -6,8 +6,8 @@
 #include "formview/colours.h"
 #include "formview/control_values.h"
 #include "formview/edges.h"
+#include "formview/enhanced_metafile.h"
 #include "formview/faces.h"
-#include "formview/metafile.h"
 #include "formview/picture_files.h"
 #include "formview/picture_image.h"
 #include "formview/stored_picture.h"
@@ -267,15 +267,10 @@ TEST(OleFields, ShowTheBitmapOfAPaintedPicture) {
 }
 
 TEST(Metafiles, BytesThatAreNoneDrawNothingAndHarmNobody) {
-    Bytes bytes(200);
-    access::PictureData metafile;
-    metafile.format = access::PictureData::Format::EnhancedMetafile;
+    const Bytes bytes(200);
     for (const std::size_t length : {0U, 1U, 87U, 88U, 200U}) {
-        metafile.data = std::span(bytes).first(length);
-        EXPECT_FALSE(metafileImage(metafile, {50, 50})) << length;
+        EXPECT_FALSE(enhancedMetafileImage(std::span(bytes).first(length), {50, 50})) << length;
     }
-    metafile.format = access::PictureData::Format::Metafile; // the old kind is not known
-    EXPECT_FALSE(metafileImage(metafile, {50, 50}));
 }
 
 TEST(PictureFiles, ABitmapIsReadBackAsItWas) {

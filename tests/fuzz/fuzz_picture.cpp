@@ -1,4 +1,7 @@
 // Drives the readers of pictures with arbitrary bytes: those of a design's property, of a field's object, of a file.
+#include <numeric>
+
+#include "access/old_metafile.h"
 #include "access/ole_field.h"
 #include "access/stored_bitmap.h"
 
@@ -31,6 +34,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     if (const auto stored = readPictureData(bytes); stored && stored->format == PictureData::Format::Bitmap) {
         seen = sumOf(readBitmap(stored->data));
+    }
+    if (const auto records = readOldMetafile(bytes)) {
+        for (const MetafileRecord& record : *records) {
+            seen = std::accumulate(record.parameters.begin(), record.parameters.end(), std::uint32_t{0});
+        }
     }
     if (const auto object = readOleData(bytes)) {
         readPictureData(object->presentation);

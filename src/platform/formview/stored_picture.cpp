@@ -5,8 +5,9 @@
 #include "access/stored_bitmap.h"
 #include "formview/captions.h"
 #include "formview/colours.h"
+#include "formview/enhanced_metafile.h"
 #include "formview/faces.h"
-#include "formview/metafile.h"
+#include "formview/metafile_player.h"
 #include "formview/picture_image.h"
 
 namespace relvane::formview {
@@ -86,9 +87,19 @@ QSize StoredPicture::size() const {
     return bitmap_.size();
 }
 
+bool StoredPicture::isOldMetafile() const {
+    return metafile_ && metafile_->format == access::PictureData::Format::Metafile;
+}
+
 QImage StoredPicture::image(QSize size) const {
+    if (isOldMetafile()) {
+        QImage image(size, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        return playMetafile(painter, image.rect(), *metafile_) ? image : QImage();
+    }
     if (metafile_) {
-        return metafileImage(*metafile_, size).value_or(QImage());
+        return enhancedMetafileImage(metafile_->data, size).value_or(QImage());
     }
     return size == bitmap_.size() ? bitmap_
                                   : bitmap_.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
@@ -100,15 +111,19 @@ void StoredPicture::draw(QPainter& painter, QRect box, SizeMode mode, PictureAli
         return;
     }
     const QRect place = pictureBox(size(), box, mode, alignment);
-    const QImage shown = image(place.size());
-    if (shown.isNull()) {
-        drawOutline(painter, place & box, name);
-        return;
-    }
     painter.save();
     painter.setClipRect(box, Qt::IntersectClip);
-    painter.drawImage(place.topLeft(), shown);
+    // An old metafile reckons with what it is drawn over.
+    bool isDrawn = isOldMetafile() && playMetafile(painter, place, *metafile_);
+    if (!isOldMetafile()) {
+        const QImage shown = image(place.size());
+        painter.drawImage(place.topLeft(), shown);
+        isDrawn = !shown.isNull();
+    }
     painter.restore();
+    if (!isDrawn) {
+        drawOutline(painter, place & box, name);
+    }
 }
 
 void StoredPicture::drawTiled(QPainter& painter, QRect box, PictureAlignment alignment,

@@ -31,12 +31,13 @@ public:
     bool isThere() const { return !size().isEmpty(); }
     QSize size() const; // pixels
 
-    // Draws into `box` and not beyond it. A kind of picture that cannot be drawn is an outlined box with `name`.
+    // Draws into `box` and not beyond it. A picture that cannot be drawn is an outlined box with `name`.
     void draw(QPainter& painter, QRect box, SizeMode mode, PictureAlignment alignment,
               const QString& name) const;
     void drawTiled(QPainter& painter, QRect box, PictureAlignment alignment, const QString& name) const;
 
 private:
+    bool isOldMetafile() const;
     QImage image(QSize size) const; // null when it cannot be drawn
 
     QImage bitmap_;

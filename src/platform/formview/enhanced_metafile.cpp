@@ -1,4 +1,4 @@
-#include "formview/metafile.h"
+#include "formview/enhanced_metafile.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -80,13 +80,12 @@ QByteArray svgOf(access::ByteView metafile) {
 
 } // namespace
 
-std::optional<QImage> metafileImage(const access::PictureData& metafile, QSize size) {
-    if (metafile.format != access::PictureData::Format::EnhancedMetafile ||
-        metafile.data.size() < shortestMetafile || metafile.data.size() > longestMetafile || size.isEmpty()) {
+std::optional<QImage> enhancedMetafileImage(access::ByteView metafile, QSize size) {
+    if (metafile.size() < shortestMetafile || metafile.size() > longestMetafile || size.isEmpty()) {
         return std::nullopt;
     }
     QSvgRenderer renderer;
-    const QByteArray svg = svgOf(metafile.data);
+    const QByteArray svg = svgOf(metafile);
     if (svg.isEmpty() || !renderer.load(svg)) {
         return std::nullopt;
     }
