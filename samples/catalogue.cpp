@@ -49,6 +49,7 @@ public:
                  .flags = object.flags,
                  .properties = propertyBlob(object.properties, {}, textCoding(spec_))});
         }
+        catalogue_.accessTables = accessTables(spec_, modules_);
         return std::move(catalogue_);
     }
 
@@ -197,7 +198,7 @@ private:
         ProjectModule module{.name = Text(prefix).append(document.name),
                              .spec = document.module.value_or(ModuleSpec())};
         module.spec.isClass = module.spec.isClass || documentType != ObjectType::Module;
-        ModuleRow& row = catalogue_.modules.emplace_back();
+        ModuleRow& row = modules_.emplace_back();
         row.name = module.name;
         if (module.spec.damage != ModuleDamage::NotStored) {
             row.module = moduleContainer(module, spec_.codePage);
@@ -209,10 +210,9 @@ private:
     // The project is there as soon as one object has a module.
     void addProject() {
         if (!project_.empty()) {
-            catalogue_.modules.push_back(
-                {.name = u"MSysDb",
-                 .type = projectRow,
-                 .module = projectContainer(project_, spec_.codePage, spec_.sortOrder)});
+            modules_.push_back({.name = u"MSysDb",
+                                .type = projectRow,
+                                .module = projectContainer(project_, spec_.codePage, spec_.sortOrder)});
         }
     }
 
@@ -271,6 +271,7 @@ private:
 
     const DatabaseSpec& spec_;
     Catalogue catalogue_;
+    std::vector<ModuleRow> modules_;
     std::vector<ProjectModule> project_;
     std::int32_t nextId_ = std::numeric_limits<std::int32_t>::min(); // 0x80000000 and up
 };

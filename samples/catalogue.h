@@ -8,7 +8,7 @@ namespace relvane::samples {
 struct Catalogue {
     std::vector<CatalogueRow> rows;
     std::vector<std::pair<std::int32_t, const QuerySpec*>> queries; // with their ids
-    std::vector<ModuleRow> modules;
+    std::vector<TableSpec> accessTables; // as accessTables() has them, with their rows
 };
 
 // `tables` are all tables with their definition pages, Jet's own first.

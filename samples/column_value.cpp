@@ -89,19 +89,33 @@ Bytes storedBytes(const Value& value, const ColumnSpec& column, TextCoding codin
                 out.text(encodeText(std::get<Text>(value), coding));
             }
             break;
+        case ColumnType::LongBinary:
+            if (coding.wide) {
+                out.bytes(std::get<Bytes>(value));
+                break;
+            }
+            [[fallthrough]];
         default:
-            throw std::invalid_argument("Jet 3 has no such type: column " + toUtf8(column.name));
+            throw std::invalid_argument("no such type is written: column " + toUtf8(column.name));
         }
     } catch (const std::bad_variant_access&) {
         mismatch(column);
     }
-    if (!hasFixedSize(column.type) && !isLongValue(column.type) && out.size() > storedSize(column)) {
+    if (!hasFixedSize(column.type) && !isLongValue(column.type) && out.size() > storedSize(column, coding)) {
         throw std::invalid_argument("a value is longer than column " + toUtf8(column.name));
     }
     return out.data();
 }
 
-std::size_t storedSize(const ColumnSpec& column) {
+std::size_t toldSize(const ColumnSpec& column, TextCoding coding) {
+    constexpr std::size_t longest = 255, longestWideBinary = 510;
+    if (column.size > 0) {
+        return static_cast<std::size_t>(column.size);
+    }
+    return coding.wide && column.type == ColumnType::Binary ? longestWideBinary : longest;
+}
+
+std::size_t storedSize(const ColumnSpec& column, TextCoding coding) {
     switch (column.type) {
     case ColumnType::Boolean:
         return 0;
@@ -121,8 +135,10 @@ std::size_t storedSize(const ColumnSpec& column) {
     case ColumnType::Ole:
     case ColumnType::Memo:
         return jet::longValueHead;
+    case ColumnType::Text:
+        return toldSize(column, coding) * (coding.wide ? 2 : 1);
     default:
-        return column.size == 0 ? 255 : static_cast<std::size_t>(column.size);
+        return toldSize(column, coding);
     }
 }
 
@@ -131,7 +147,8 @@ bool isLongValue(ColumnType type) {
 }
 
 bool hasFixedSize(ColumnType type) {
-    return type != ColumnType::Text && type != ColumnType::Binary && !isLongValue(type);
+    return type != ColumnType::Text && type != ColumnType::Binary && type != ColumnType::LongBinary &&
+           !isLongValue(type);
 }
 
 } // namespace relvane::samples

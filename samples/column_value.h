@@ -17,8 +17,12 @@ Currency currencyOf(const Value& value);
 // std::invalid_argument when value and type do not go together.
 Bytes storedBytes(const Value& value, const ColumnSpec& column, TextCoding coding);
 
-// Bytes that a type takes in the row: 0 for Boolean, the head's for long values, the size for Text and Binary.
-std::size_t storedSize(const ColumnSpec& column);
+// The size of a Text or Binary column as it is told: characters, or bytes in a code page. Without one in the model it is
+// the longest that the format has.
+std::size_t toldSize(const ColumnSpec& column, TextCoding coding);
+
+// Bytes that a type takes in the row: 0 for Boolean, the head's for long values, those of the size for Text and Binary.
+std::size_t storedSize(const ColumnSpec& column, TextCoding coding);
 
 bool isLongValue(ColumnType type);
 bool hasFixedSize(ColumnType type); // numbers, dates, GUID, Boolean

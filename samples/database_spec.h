@@ -43,7 +43,8 @@ struct PropertySpec {
     bool needsDesignPermission = true;
 };
 
-// Where a Memo or OLE value is put. Automatic: up to 40 bytes in the row, up to a page on one page, else a chain.
+// Where a Memo or OLE value is put. Automatic: up to 40 bytes (64 in Access 2000) in the row, up to a page on one page,
+// else a chain.
 enum class LongValuePlace { Automatic, Inline, OnePage, Chain };
 
 // Where a column's value stands in the row. Usual: numbers and dates in the fixed part, texts in the variable.
@@ -53,7 +54,8 @@ enum class ColumnPlace { Usual, Fixed, Variable };
 struct ColumnSpec {
     Text name{};
     ColumnType type = ColumnType::Text;
-    int size = 0; // bytes of Text (in the code page) and Binary; 0 is 255
+    int size =
+        0; // of Text in bytes of the code page, or in characters in Access 2000; of Binary; 0 is the longest
     bool autoNumber = false;
     bool hyperlink = false;
     bool systemColumn = false;    // of a system table or of replication
@@ -105,7 +107,8 @@ public:
     std::optional<int> columnCount{};
 };
 
-// Automatic: kind 0, a bitmap in a row, as long as its 1,024 pages suffice; kind 1 lists pages of bitmaps.
+// Automatic: kind 0, a bitmap in a row, as long as its 1,024 pages (512 in Access 2000) suffice; kind 1 lists pages of
+// bitmaps.
 enum class PageMapKind { Automatic, Bitmap, Pages };
 
 constexpr std::uint32_t systemFlag = 0x80000000, accessTableFlag = 2, hiddenFlag = 8;
@@ -227,7 +230,7 @@ struct DatabaseSpec {
     std::vector<PropertySpec> summary{};     // document SummaryInfo: Title, Author ...
     std::vector<PropertySpec> userDefined{}; // document UserDefined
     std::uint32_t encodingKey = 0;           // not 0: the pages are encoded with it
-    Text password{};                         // at most 14 bytes
+    Text password{};                         // at most 14 bytes, 20 characters in Access 2000
 
     std::vector<TableSpec> tables{};
     std::vector<LinkSpec> links{};

@@ -1,6 +1,8 @@
 #include "sample_builder/database_writer.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <fstream>
 #include <numeric>
 #include <stdexcept>
@@ -16,11 +18,43 @@ namespace {
 
 constexpr PageNumber headerPage = 0, globalMapPage = 1;
 
-void writeHeader(std::span<std::uint8_t> page, const DatabaseSpec& spec) {
+// In Jet 4 the whole field is masked with the days of the creation date, over and over.
+void writePassword(std::span<std::uint8_t> page, const DatabaseSpec& spec, const WrittenFormat& format) {
+    const std::string secret = encodeText(spec.password, textCoding(spec));
+    const std::size_t longest = format.header.longestPassword;
+    if (secret.size() > longest) {
+        throw std::invalid_argument("a password has at most " + std::to_string(longest) + " bytes");
+    }
+    const auto field = page.subspan(jet::header::password, format.places.header.passwordLength);
+    std::ranges::copy(secret, field.begin());
+    if (format.header.creationDate != jet::absent) {
+        const double created = spec.created.toOleDate();
+        putAt(page, format.header.creationDate, std::bit_cast<std::uint64_t>(created), 8);
+        const auto days = static_cast<std::uint32_t>(static_cast<std::int32_t>(created));
+        for (std::size_t i = 0; i < field.size(); ++i) {
+            field[i] = static_cast<std::uint8_t>(field[i] ^ days >> (8 * (i % 4)));
+        }
+    }
+}
+
+// Which engine made the file: a late one of Access 2000.
+void writeEngine(std::span<std::uint8_t> page, const WrittenFormat& format) {
+    if (format.header.engineBuild == jet::absent) {
+        return;
+    }
+    constexpr std::uint32_t build = 4518, buildOfFormat = 1620;
+    constexpr std::string_view name = "4.0";
+    putAt(page, format.header.engineBuild, build, 4);
+    putAt(page, format.header.engineName, buildOfFormat, 4);
+    std::ranges::copy(name, page.subspan(format.header.engineName + 4).begin());
+}
+
+void writeHeader(std::span<std::uint8_t> page, const DatabaseSpec& spec, const WrittenFormat& format) {
     using namespace jet::header;
     constexpr std::string_view engine = "Standard Jet DB";
     page[1] = 1;
     std::ranges::copy(engine, page.begin() + signature);
+    page[version] = format.header.version;
     putAt(page, globalMap, RowPlace{globalMapPage, 0}.pointer(), 4);
     putAt(page, globalMap2, RowPlace{globalMapPage, 1}.pointer(), 4);
     constexpr PageNumber definitions[] = {jet::objectsPage, jet::acesPage, jet::queriesPage,
@@ -28,28 +62,24 @@ void writeHeader(std::span<std::uint8_t> page, const DatabaseSpec& spec) {
     for (std::size_t i = 0; i < std::size(definitions); ++i) {
         putAt(page, systemTables + 4 * i, definitions[i], 4);
     }
-    putAt(page, sortOrder, static_cast<std::uint64_t>(spec.sortOrder), 2);
+    putAt(page, format.header.sortOrder, static_cast<std::uint64_t>(spec.sortOrder), 2);
     putAt(page, codePage, static_cast<std::uint64_t>(spec.codePage), 2);
     putAt(page, databaseKey, spec.encodingKey, 4);
-    const std::string secret = encodeText(spec.password, spec.codePage);
-    constexpr std::size_t longestPassword = 14;
-    if (secret.size() > longestPassword) {
-        throw std::invalid_argument("a password has at most 14 bytes");
-    }
-    std::ranges::copy(secret, page.begin() + password);
-    for (std::size_t i = 0; i < format.header.maskedLength; ++i) {
+    writePassword(page, spec, format);
+    writeEngine(page, format);
+    for (std::size_t i = 0; i < format.places.header.maskedLength; ++i) {
         page[masked + i] = static_cast<std::uint8_t>(page[masked + i] ^ mask[i]);
     }
-    // A counter of transactions for each of the 256 users that can share the file.
-    constexpr std::size_t counters = 0x600, users = 256;
+    constexpr std::size_t users = 256;
     for (std::size_t user = 0; user < users; ++user) {
-        putAt(page, counters + 2 * user, 1, 2);
+        putAt(page, format.header.userCounters + 2 * user, 1, 2);
     }
 }
 
 // The first global map has the free pages: those to which the file can grow. The second has none.
 void writeGlobalMaps(PageFile& file) {
-    constexpr PageNumber reach = static_cast<PageNumber>(format.pageMap.inlineBytes) * 8;
+    const auto& places = file.places().dataPage;
+    const auto reach = static_cast<PageNumber>(file.places().pageMap.inlineBytes * 8);
     const PageNumber first = file.count() < reach ? 0 : file.count() / 8 * 8;
     std::vector<PageNumber> freePages(first + reach - file.count());
     std::iota(freePages.begin(), freePages.end(), file.count());
@@ -59,12 +89,13 @@ void writeGlobalMaps(PageFile& file) {
     const auto page = file.page(globalMapPage);
     page[0] = static_cast<std::uint8_t>(jet::PageKind::Data);
     page[1] = 1;
-    const std::size_t length = free.size();
+    putAt(page, places.owner, globalMapPage, 4);
+    const std::size_t length = free.size(), end = file.pageSize();
     std::ranges::copy(free, page.end() - static_cast<std::ptrdiff_t>(length));
-    putAt(page, format.dataPage.rowCount, 2, 2);
-    putAt(page, format.dataPage.rowTable, pageSize - length, 2);
-    putAt(page, format.dataPage.rowTable + 2, pageSize - 2 * length, 2);
-    putAt(page, format.dataPage.freeBytes, pageSize - 2 * length - format.dataPage.rowTable - 4, 2);
+    putAt(page, places.rowCount, 2, 2);
+    putAt(page, places.rowTable, end - length, 2);
+    putAt(page, places.rowTable + 2, end - 2 * length, 2);
+    putAt(page, places.freeBytes, end - 2 * length - places.rowTable - 4, 2);
 }
 
 // RC4 with the four bytes of the key.
@@ -87,17 +118,19 @@ void encodePage(std::span<std::uint8_t> page, std::uint32_t key) {
 }
 
 void writePages(PageFile& file, const DatabaseSpec& spec) {
+    const bool hasDocuments =
+        !spec.forms.empty() || !spec.reports.empty() || !spec.macros.empty() || !spec.modules.empty();
+    if (spec.format == FileFormat::Access2000 && hasDocuments) {
+        throw std::invalid_argument("forms, reports, macros and modules of Access 2000 are not written yet");
+    }
     while (file.count() <= jet::relationshipsPage) {
         file.allocate();
     }
-    // All tables in the order of the catalogue; the rows of Jet's four and of Access's modules follow when the
-    // catalogue is known.
-    std::vector<TableSpec> ofEngine = {objectsTable({}), permissionsTable({}), queriesTable({}),
+    // All tables in the order of the catalogue; the rows of Jet's four and of Access's own follow when the catalogue is
+    // known.
+    std::vector<TableSpec> ofEngine = {objectsTable({}), permissionsTable({}), queriesTable(spec.format, {}),
                                        relationshipsTable(spec.relations)};
-    std::vector<TableSpec> ofAccess;
-    if (spec.accessVersion) {
-        ofAccess = accessTables(*spec.accessVersion, {});
-    }
+    std::vector<TableSpec> ofAccess = accessTables(spec, {});
     std::vector<std::pair<PageNumber, const TableSpec*>> tables;
     for (const TableSpec& table : ofEngine) {
         tables.emplace_back(jet::objectsPage + static_cast<PageNumber>(tables.size()), &table);
@@ -112,9 +145,9 @@ void writePages(PageFile& file, const DatabaseSpec& spec) {
     const Catalogue catalogue = buildCatalogue(spec, tables);
     ofEngine[0].rows = objectsTable(catalogue.rows).rows;
     ofEngine[1].rows = permissionsTable(catalogue.rows).rows;
-    ofEngine[2].rows = queriesTable(catalogue.queries).rows;
-    if (!ofAccess.empty()) {
-        ofAccess.back().rows = accessTables(*spec.accessVersion, catalogue.modules).back().rows;
+    ofEngine[2].rows = queriesTable(spec.format, catalogue.queries).rows;
+    for (std::size_t i = 0; i < ofAccess.size(); ++i) {
+        ofAccess[i].rows = catalogue.accessTables.at(i).rows;
     }
 
     std::vector<TablePlan> plans;
@@ -128,16 +161,24 @@ void writePages(PageFile& file, const DatabaseSpec& spec) {
         writeTable(file, plan, settings);
     }
     writeGlobalMaps(file);
-    writeHeader(file.page(headerPage), spec);
+    writeHeader(file.page(headerPage), spec, file.format());
 }
 
 } // namespace
 
+DatabaseSpec savedAs(DatabaseSpec spec, FileFormat format) {
+    spec.format = format;
+    if (spec.accessVersion && format == FileFormat::Access2000) {
+        spec.accessVersion = u"08.50";
+    }
+    return spec;
+}
+
 Bytes databaseBytes(const DatabaseSpec& spec) {
-    PageFile file;
+    PageFile file(writtenFormat(spec.format));
     writePages(file, spec);
     Bytes bytes;
-    bytes.reserve(file.count() * pageSize);
+    bytes.reserve(file.count() * file.pageSize());
     for (PageNumber number = 0; number < file.count(); ++number) {
         const auto page = file.page(number);
         if (number > headerPage && spec.encodingKey != 0) {

@@ -59,6 +59,15 @@ std::uint8_t rank(unsigned char byte) {
     return static_cast<std::uint8_t>(place == std::string_view::npos ? 1 : 2 + place);
 }
 
+// A character in the code page or, behind a byte that begins none there, in UTF-16.
+std::string bytesOf(char16_t character, int codePage) {
+    const TextView text(&character, 1);
+    if (canEncode(text, codePage)) {
+        return encode(text, codePage);
+    }
+    return {'\xFF', static_cast<char>(character >> 8), static_cast<char>(character & 0xFF)};
+}
+
 void bigEndian(ByteWriter& key, std::uint64_t number, int count) {
     for (int i = count - 1; i >= 0; --i) {
         key.u8(number >> (8 * i) & 0xFF);
@@ -137,7 +146,7 @@ void appendValue(ByteWriter& key, const Value& value, const ColumnSpec& column, 
 Bytes textKey(TextView text, int codePage) {
     ByteWriter key;
     for (const char16_t character : fold(text)) {
-        const std::string bytes = encode(TextView(&character, 1), codePage);
+        const std::string bytes = bytesOf(character, codePage);
         if (bytes.size() == 1) {
             key.u8(rank(static_cast<unsigned char>(bytes[0])));
         } else {
@@ -145,7 +154,9 @@ Bytes textKey(TextView text, int codePage) {
         }
     }
     key.u8(0);
-    key.text(encode(text, codePage));
+    for (const char16_t character : text) {
+        key.text(bytesOf(character, codePage));
+    }
     key.u8(0);
     return key.data();
 }

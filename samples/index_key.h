@@ -1,5 +1,5 @@
-// Keys of index entries. Numbers, dates, GUIDs and bytes are keyed as Jet does; a text's key is its characters by a
-// plain rule that stands for the sort order of the file (see textKey).
+// Keys of index entries, the same in both formats. Numbers, dates, GUIDs and bytes are keyed as Jet 3 does; a text's key
+// is its characters by a plain rule that stands for the sort order of the file (see textKey).
 //
 // Every key begins with a byte that says "Null" or "a value follows"; a descending column has all its bytes
 // complemented. So comparing keys as bytes orders the rows.
@@ -11,8 +11,9 @@
 namespace relvane::samples {
 
 // The order of texts: without regard to case, width (half, full), kind of kana and accents; blanks and
-// punctuation, then digits, letters, and the rest in the order of the code page (kana and then JIS order in 932).
-// Texts that are equal by that follow in the order of their stored bytes.
+// punctuation, then digits, letters, and the rest in the order of the code page (kana and then JIS order in 932); last
+// what the code page lacks, by its UTF-16. Texts that are equal by that follow in the order of their bytes. The rule is
+// the same in both formats, so that both list the same objects in the same order.
 Bytes textKey(TextView text, int codePage);
 
 // Appends the key of one column's value.

@@ -1,21 +1,15 @@
 // The pages of the file being written, and the ways in which things stand on them: rows on data pages, page maps.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <vector>
 
-#include "jet/jet_format.h"
-#include "platform/value.h"
-#include "sample_builder/database_spec.h"
+#include "sample_builder/written_format.h"
 
 namespace relvane::samples {
 
 using PageNumber = std::uint32_t;
-
-inline constexpr const jet::JetFormat& format = jet::jet3;
-inline constexpr std::size_t pageSize = format.pageSize;
 
 // Where a row stands. Its stored form holds the row in the low byte and the page in the three others.
 struct RowPlace {
@@ -26,13 +20,20 @@ struct RowPlace {
 
 class PageFile {
 public:
+    explicit PageFile(const WrittenFormat& format) : format_(format) {}
+
+    const WrittenFormat& format() const { return format_; }
+    const jet::JetFormat& places() const { return format_.places; }
+    std::size_t pageSize() const { return format_.places.pageSize; }
+
     // A new page of zeros at the end of the file.
     PageNumber allocate();
     std::span<std::uint8_t> page(PageNumber number) { return pages_.at(number); }
     PageNumber count() const { return static_cast<PageNumber>(pages_.size()); }
 
 private:
-    std::vector<std::array<std::uint8_t, pageSize>> pages_;
+    const WrittenFormat& format_;
+    std::vector<Bytes> pages_;
 };
 
 // Fills data pages of one owner from row to row; a page is followed by a new one when a row does not fit.
@@ -40,7 +41,7 @@ class DataPages {
 public:
     DataPages(PageFile& file, std::uint32_t owner) : file_(file), owner_(owner) {}
 
-    static constexpr std::size_t longestRow = pageSize - format.dataPage.rowTable - 2;
+    std::size_t longestRow() const { return file_.pageSize() - file_.places().dataPage.rowTable - 2; }
 
     // `flags` are those of the row table: rowDeleted, rowMoved.
     RowPlace append(std::span<const std::uint8_t> row, std::uint16_t flags = 0);

@@ -4,7 +4,6 @@
 
 #include "sample_builder/byte_writer.h"
 #include "sample_builder/column_value.h"
-#include "sample_builder/page_file.h"
 
 namespace relvane::samples {
 
@@ -69,7 +68,7 @@ public:
             names.u16(bytes.size());
             names.text(bytes);
         }
-        blob.u32(format.propertyMagic);
+        blob.u32((coding_.wide ? jet::jet4 : jet::jet3).propertyMagic);
         append(blob, jet::propertyChunk::names, names);
         blob.bytes(chunks_.data());
         return blob.data();

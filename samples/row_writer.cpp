@@ -17,9 +17,15 @@ bool standsFixed(const ColumnSpec& column) {
     return column.place == ColumnPlace::Fixed && !isLongValue(column.type);
 }
 
+// Access compresses the texts of the tables that it makes for its users.
+bool compressesTexts(const TableSpec& table, TextCoding coding) {
+    return coding.wide && (table.flags & (systemFlag | accessTableFlag)) == 0;
+}
+
 } // namespace
 
-TableLayout::TableLayout(const TableSpec& table) {
+TableLayout::TableLayout(const TableSpec& table, const WrittenFormat& format, TextCoding coding)
+    : format_(format), coding_(coding) {
     unsigned offset = 0, position = 0;
     for (const ColumnSpec& column : table.columns) {
         PlacedColumn placed{.spec = &column,
@@ -34,11 +40,13 @@ TableLayout::TableLayout(const TableSpec& table) {
         if (!column.deleted) {
             ++position;
         }
+        const bool isText = column.type == ColumnType::Text || column.type == ColumnType::Memo;
+        placed.compressed = isText && !placed.fixed && compressesTexts(table, coding);
         if (!placed.fixed) {
             ++variableCount_;
         } else if (column.type != ColumnType::Boolean) {
             placed.fixedOffset = offset;
-            offset += static_cast<unsigned>(storedSize(column));
+            offset += static_cast<unsigned>(storedSize(column, coding));
         }
         columns_.push_back(placed);
     }
@@ -64,12 +72,14 @@ DataPages& LongValueStore::pagesOf(const PlacedColumn& column) {
 }
 
 Bytes LongValueStore::store(const PlacedColumn& column, const Bytes& data) {
-    constexpr std::size_t inlineLimit = 40, pointerSize = 4, piece = DataPages::longestRow - pointerSize;
+    const auto& limits = file_.format().longValue;
+    constexpr std::size_t pointerSize = 4;
+    const std::size_t piece = limits.longestRow - pointerSize;
     LongValuePlace place = column.spec->longValues;
     if (place == LongValuePlace::Automatic) {
-        place = data.size() <= inlineLimit             ? LongValuePlace::Inline
-                : data.size() <= DataPages::longestRow ? LongValuePlace::OnePage
-                                                       : LongValuePlace::Chain;
+        place = data.size() <= limits.inlineLimit  ? LongValuePlace::Inline
+                : data.size() <= limits.longestRow ? LongValuePlace::OnePage
+                                                   : LongValuePlace::Chain;
     }
     std::uint32_t word = static_cast<std::uint32_t>(data.size()), pointer = 0;
     if (place == LongValuePlace::Inline) {
@@ -101,10 +111,17 @@ Bytes LongValueStore::store(const PlacedColumn& column, const Bytes& data) {
 
 namespace {
 
-// The offsets of the variable columns at the end of a row, one byte each, nearest the end the first; the last is the
-// end of the data. Where they pass a multiple of 256, a jump byte names the column; there is room for as many jump
+// The offsets of the variable columns at the end of a row, nearest the end the first; the last is the end of the data.
+void appendOffsets(ByteWriter& row, const std::vector<std::size_t>& offsets) {
+    for (auto offset = offsets.rbegin(); offset != offsets.rend(); ++offset) {
+        row.u16(*offset);
+    }
+    row.u16(offsets.size() - 1);
+}
+
+// The same where they have one byte each. Where they pass a multiple of 256, a jump byte names the column; there is room for as many jump
 // bytes as the row's whole length asks for, and one that is not needed is filled with 255.
-void appendOffsets(ByteWriter& row, const std::vector<std::size_t>& offsets, std::size_t maskSize) {
+void appendShortOffsets(ByteWriter& row, const std::vector<std::size_t>& offsets, std::size_t maskSize) {
     const std::size_t base = row.size() + offsets.size() + 1 + maskSize;
     std::size_t jumps = 0;
     while ((base + jumps - 1) / 256 > jumps) {
@@ -125,9 +142,40 @@ void appendOffsets(ByteWriter& row, const std::vector<std::size_t>& offsets, std
     row.u8(offsets.size() - 1);
 }
 
+// A text of one byte a character: a mark, then the characters. Only where that is shorter, and of long texts only when
+// they are short enough then.
+Bytes compressed(const Bytes& wide) {
+    constexpr std::size_t longest = 4096;
+    Bytes narrow = {0xFF, 0xFE};
+    for (std::size_t i = 0; i + 1 < wide.size(); i += 2) {
+        if (wide[i] == 0 || wide[i + 1] != 0) {
+            return wide;
+        }
+        narrow.push_back(wide[i]);
+    }
+    return narrow.size() < wide.size() && narrow.size() <= longest ? narrow : wide;
+}
+
+// What a text or bytes of a fixed size are filled up with.
+void fillUp(Bytes& bytes, const ColumnSpec& column, TextCoding coding) {
+    const std::size_t size = storedSize(column, coding);
+    if (column.type != ColumnType::Text) {
+        bytes.resize(size);
+        return;
+    }
+    while (bytes.size() < size) {
+        bytes.push_back(u' ');
+        if (coding.wide) {
+            bytes.push_back(0);
+        }
+    }
+}
+
 } // namespace
 
-Bytes rowBytes(const TableLayout& layout, const RowSpec& row, LongValueStore& longValues, TextCoding coding) {
+Bytes rowBytes(const TableLayout& layout, const RowSpec& row, LongValueStore& longValues) {
+    const TextCoding coding = layout.coding();
+    const std::size_t countSize = layout.format().places.countSize;
     const auto all = layout.columns().size();
     const std::size_t count =
         row.columnCount ? std::min(all, static_cast<std::size_t>(*row.columnCount)) : all;
@@ -136,12 +184,12 @@ Bytes rowBytes(const TableLayout& layout, const RowSpec& row, LongValueStore& lo
     std::size_t fixedSize = 0;
     for (const PlacedColumn& column : columns) {
         if (column.fixed) {
-            fixedSize = std::max(fixedSize, column.fixedOffset + storedSize(*column.spec));
+            fixedSize = std::max(fixedSize, column.fixedOffset + storedSize(*column.spec, coding));
         }
     }
     ByteWriter out;
-    out.u8(count);
-    out.zeros(fixedSize);
+    out.zeros(countSize + fixedSize);
+    putAt(out.data(), 0, count, countSize);
     Bytes mask((count + 7) / 8);
     std::vector<std::size_t> offsets;
     for (const PlacedColumn& column : columns) {
@@ -156,20 +204,27 @@ Bytes rowBytes(const TableLayout& layout, const RowSpec& row, LongValueStore& lo
         }
         mask[column.number / 8] = static_cast<std::uint8_t>(mask[column.number / 8] | 1 << column.number % 8);
         Bytes bytes = storedBytes(value, *column.spec, coding);
+        if (column.compressed && std::holds_alternative<Text>(value)) {
+            bytes = compressed(bytes);
+        }
         if (isLongValue(column.spec->type)) {
             bytes = longValues.store(column, bytes);
         }
         if (column.fixed) {
-            const bool isText = column.spec->type == ColumnType::Text;
-            bytes.resize(storedSize(*column.spec), static_cast<std::uint8_t>(isText ? ' ' : 0));
-            std::ranges::copy(bytes, out.data().begin() + 1 + column.fixedOffset);
+            fillUp(bytes, *column.spec, coding);
+            const std::size_t place = countSize + column.fixedOffset;
+            std::ranges::copy(bytes, out.data().begin() + static_cast<std::ptrdiff_t>(place));
         } else {
             out.bytes(bytes);
         }
     }
     if (layout.variableCount() > 0) {
         offsets.push_back(out.size());
-        appendOffsets(out, offsets, mask.size());
+        if (countSize == 1) {
+            appendShortOffsets(out, offsets, mask.size());
+        } else {
+            appendOffsets(out, offsets);
+        }
     }
     out.bytes(mask);
     return out.data();

@@ -14,6 +14,7 @@ struct PlacedColumn {
     unsigned variableIndex = 0; // of a fixed column: the number of variable columns before it
     unsigned fixedOffset = 0;
     unsigned ordinal = 0;
+    bool compressed = false;       // a text whose characters below U+0100 are stored in one byte
     std::size_t valuePosition = 0; // among the values of a RowSpec, where deleted columns have none
     bool fixed = false;
 };
@@ -21,14 +22,18 @@ struct PlacedColumn {
 // The columns of a table in their order, deleted ones included, with their places.
 class TableLayout {
 public:
-    explicit TableLayout(const TableSpec& table);
+    TableLayout(const TableSpec& table, const WrittenFormat& format, TextCoding coding);
 
+    const WrittenFormat& format() const { return format_; }
+    TextCoding coding() const { return coding_; }
     const std::vector<PlacedColumn>& columns() const { return columns_; }
     unsigned variableCount() const { return variableCount_; }
     // The column of that name, which must exist.
     const PlacedColumn& column(TextView name) const;
 
 private:
+    const WrittenFormat& format_;
+    TextCoding coding_;
     std::vector<PlacedColumn> columns_;
     unsigned variableCount_ = 0;
 };
@@ -50,7 +55,7 @@ private:
     std::map<unsigned, DataPages> pages_; // by number of the column
 };
 
-Bytes rowBytes(const TableLayout& layout, const RowSpec& row, LongValueStore& longValues, TextCoding coding);
+Bytes rowBytes(const TableLayout& layout, const RowSpec& row, LongValueStore& longValues);
 
 // The value of a column in a row, Null where the row has none.
 const Value& valueOf(const RowSpec& row, const PlacedColumn& column);

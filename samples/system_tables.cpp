@@ -88,7 +88,8 @@ TableSpec permissionsTable(const std::vector<CatalogueRow>& catalogue) {
     return table;
 }
 
-TableSpec queriesTable(const std::vector<std::pair<std::int32_t, const QuerySpec*>>& queries) {
+TableSpec queriesTable(FileFormat format,
+                       const std::vector<std::pair<std::int32_t, const QuerySpec*>>& queries) {
     TableSpec table;
     table.name = u"MSysQueries";
     table.flags = systemFlag;
@@ -98,7 +99,11 @@ TableSpec queriesTable(const std::vector<std::pair<std::int32_t, const QuerySpec
                                {u"Name1", ColumnType::Text},
                                {u"Name2", ColumnType::Text},
                                {u"Expression", Memo},
-                               {u"Flag", Integer}});
+                               {u"Flag", Integer},
+                               {u"LvExtra", Long}});
+    if (format == FileFormat::Access97) {
+        table.columns.pop_back(); // LvExtra, the size of a parameter, which no row here has
+    }
     table.indexes = {{.name = u"ObjectIdAttribute",
                       .columns = {{u"ObjectId"}, {u"Attribute"}, {u"Order"}},
                       .unique = true}};
@@ -151,14 +156,17 @@ TableSpec relationshipsTable(const std::vector<RelationSpec>& relations) {
     return table;
 }
 
-std::vector<TableSpec> accessTables(TextView accessVersion, const std::vector<ModuleRow>& modules) {
+std::vector<TableSpec> accessTables(const DatabaseSpec& spec, const std::vector<ModuleRow>& modules) {
+    if (!spec.accessVersion || spec.format == FileFormat::Access2000) {
+        return {};
+    }
     TableSpec first;
     first.name = u"MSysModules";
     first.flags = accessTableFlag;
     first.columns = columnsOf({{u"__A__", ColumnType::Text}});
     TableSpec second;
     second.flags = accessTableFlag;
-    if (accessVersion < u"07.53") {
+    if (*spec.accessVersion < u"07.53") {
         second.name = u"MSysToolbars";
         second.columns = columnsOf({{u"Grptbcd", Ole}, {u"TbName", ColumnType::Text}}, ColumnPlace::Variable);
         second.indexes = {{.name = u"TbIndex", .columns = {{u"TbName"}}, .primary = true}};

@@ -31,11 +31,13 @@ struct ModuleRow {
 TableSpec objectsTable(const std::vector<CatalogueRow>& catalogue);
 TableSpec permissionsTable(const std::vector<CatalogueRow>& catalogue);
 // `queries` with the ids that they have in the catalogue.
-TableSpec queriesTable(const std::vector<std::pair<std::int32_t, const QuerySpec*>>& queries);
+TableSpec queriesTable(FileFormat format,
+                       const std::vector<std::pair<std::int32_t, const QuerySpec*>>& queries);
 TableSpec relationshipsTable(const std::vector<RelationSpec>& relations);
 
-// What Access 97 (or 95, by `accessVersion`, without MSysModules2) makes for modules.
-std::vector<TableSpec> accessTables(TextView accessVersion, const std::vector<ModuleRow>& modules);
+// What Access adds to a file of its own, by `spec.accessVersion`: 97 makes tables for modules, 95 such without
+// MSysModules2. Nothing in a file made by DAO alone.
+std::vector<TableSpec> accessTables(const DatabaseSpec& spec, const std::vector<ModuleRow>& modules);
 
 // The tables of import and export specifications as Access 97 makes them, ready for rows. MSysIMEXSpecs: DateDelim,
 // DateFourDigitYear, DateLeadingZeros, DateOrder, DecimalPoint, FieldSeparator, FileType, SpecID, SpecName, SpecType,

@@ -21,7 +21,7 @@ public:
           plan_(plan),
           table_(*plan.table),
           settings_(settings),
-          layout_(table_),
+          layout_(table_, file.format(), settings.coding),
           maps_(file),
           data_(file, plan.definition),
           longValues_(file) {}
@@ -49,7 +49,7 @@ private:
                 data_.append({}, jet::rowDeleted | jet::rowMoved);
                 continue;
             }
-            const Bytes bytes = rowBytes(layout_, row, longValues_, settings_.coding);
+            const Bytes bytes = rowBytes(layout_, row, longValues_);
             if (row.moved) {
                 const Bytes pointer(4);
                 const RowPlace place = data_.append(pointer, jet::rowMoved);

@@ -8,7 +8,7 @@
 
 namespace relvane::samples {
 
-Value expectedValue(const Value& value, const ColumnSpec& column, int codePage) {
+Value expectedValue(const Value& value, const ColumnSpec& column, TextCoding coding) {
     if (column.type == ColumnType::Boolean) {
         return std::holds_alternative<Null>(value) ? Value(false) : value;
     }
@@ -26,9 +26,11 @@ Value expectedValue(const Value& value, const ColumnSpec& column, int codePage) 
         return *DateTime::fromOleDate(numberOf(value));
     case ColumnType::Text:
         if (column.place == ColumnPlace::Fixed) {
-            std::string bytes = encode(std::get<Text>(value), codePage);
-            bytes.resize(storedSize(column), ' ');
-            return decode(bytes, codePage);
+            Text text = std::get<Text>(value);
+            while (encodeText(text, coding).size() < storedSize(column, coding)) {
+                text += u' ';
+            }
+            return text;
         }
         return value;
     default:
@@ -55,7 +57,7 @@ int attributesOf(const ColumnSpec& column) {
            (column.hyperlink ? 32768 : 0);
 }
 
-void compareColumns(const TableSpec& table, dao::TableDef& found) {
+void compareColumns(const TableSpec& table, dao::TableDef& found, TextCoding coding) {
     const auto columns = livingColumns(table);
     ASSERT_EQ(found.Fields().Count(), static_cast<int>(columns.size()));
     for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -68,7 +70,7 @@ void compareColumns(const TableSpec& table, dao::TableDef& found) {
         EXPECT_EQ(field->OrdinalPosition(), column.ordinal.value_or(static_cast<int>(i)));
         EXPECT_EQ(field->Attributes(), attributesOf(column));
         if (column.type == ColumnType::Text || column.type == ColumnType::Binary) {
-            EXPECT_EQ(field->Size(), static_cast<int>(storedSize(column)));
+            EXPECT_EQ(field->Size(), static_cast<int>(toldSize(column, coding)));
         }
         compareProperties(column.properties, field->Properties());
     }
@@ -93,7 +95,7 @@ void compareIndexes(const TableSpec& table, dao::TableDef& found) {
     }
 }
 
-void compareRows(const TableSpec& table, dao::Database& database, int codePage) {
+void compareRows(const TableSpec& table, dao::Database& database, TextCoding coding) {
     const auto columns = livingColumns(table);
     const auto rows = database.OpenRecordset(table.name);
     std::size_t number = 0;
@@ -105,7 +107,7 @@ void compareRows(const TableSpec& table, dao::Database& database, int codePage) 
         ASSERT_FALSE(rows->EOF_());
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const Value given = i < row.values.size() ? row.values[i] : Value();
-            EXPECT_TRUE(rows->Field(columns[i]->name) == expectedValue(given, *columns[i], codePage))
+            EXPECT_TRUE(rows->Field(columns[i]->name) == expectedValue(given, *columns[i], coding))
                 << toUtf8(columns[i]->name);
         }
         rows->MoveNext();
@@ -127,7 +129,7 @@ void compareProperties(const std::vector<PropertySpec>& expected, const dao::Pro
     }
 }
 
-void compareTable(const TableSpec& table, dao::Database& database, int codePage) {
+void compareTable(const TableSpec& table, dao::Database& database, TextCoding coding) {
     SCOPED_TRACE("table " + toUtf8(table.name));
     dao::TableDef* found = database.TableDefs().find(table.name);
     ASSERT_NE(found, nullptr);
@@ -143,9 +145,9 @@ void compareTable(const TableSpec& table, dao::Database& database, int codePage)
         EXPECT_TRUE(found->LastUpdated() == Value(*table.updated));
     }
     compareProperties(table.properties, found->Properties());
-    compareColumns(table, *found);
+    compareColumns(table, *found, coding);
     compareIndexes(table, *found);
-    compareRows(table, database, codePage);
+    compareRows(table, database, coding);
 }
 
 void compareLink(const LinkSpec& link, dao::Database& database) {
@@ -199,7 +201,7 @@ void compareRelation(const RelationSpec& relation, dao::Database& database) {
 
 void compareDatabase(const DatabaseSpec& spec, dao::Database& database) {
     for (const TableSpec& table : spec.tables) {
-        compareTable(table, database, spec.codePage);
+        compareTable(table, database, textCoding(spec));
     }
     for (const LinkSpec& link : spec.links) {
         compareLink(link, database);

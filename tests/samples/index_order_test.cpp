@@ -10,6 +10,7 @@
 #include "sample_builder/description.h"
 #include "sample_builder/index_key.h"
 #include "sample_builder/many_tables.h"
+#include "support/file_formats.h"
 #include "support/samples.h"
 
 namespace relvane::samples {
@@ -95,24 +96,34 @@ void expectWholeTrees(const std::filesystem::path& path, const DatabaseSpec& spe
     }
 }
 
-TEST(IndexOrder, EveryIndexOfTheSampleNamesItsRowsInOrder) {
-    expectWholeTrees(test::ownSample("juchu.mdb"),
-                     readDescription(test::sourceFolder() / "samples" / "juchu.txt"));
+class IndexOrder : public testing::TestWithParam<FileFormat> {
+protected:
+    void expectWholeTreesOf(const DatabaseSpec& spec) {
+        const auto path = folder_ / "trees.mdb";
+        writeDatabase(savedAs(spec, GetParam()), path);
+        expectWholeTrees(path, spec);
+    }
+
+private:
+    test::TemporaryFolder folder_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Formats, IndexOrder, test::everyFormat, test::formatName);
+
+TEST_P(IndexOrder, EveryIndexOfTheSampleNamesItsRowsInOrder) {
+    DatabaseSpec spec = readDescription(test::sourceFolder() / "samples" / "juchu.txt");
+    spec.format = GetParam();
+    expectWholeTreesOf(test::withoutDocuments(spec));
 }
 
-TEST(IndexOrder, TreesOfManyLevelsNameTheirRowsInOrder) {
-    const test::TemporaryFolder folder;
+TEST_P(IndexOrder, TreesOfManyLevelsNameTheirRowsInOrder) {
     DatabaseSpec spec = manyTables(10, 100);
     spec.indexPageEntries = 4;
-    writeDatabase(spec, folder / "deep.mdb");
-    expectWholeTrees(folder / "deep.mdb", spec);
+    expectWholeTreesOf(spec);
 }
 
-TEST(IndexOrder, TreeOfThousandsOfRowsNamesThemInOrder) {
-    const test::TemporaryFolder folder;
-    const DatabaseSpec spec = manyTables(1, 5'000);
-    writeDatabase(spec, folder / "big.mdb");
-    expectWholeTrees(folder / "big.mdb", spec);
+TEST_P(IndexOrder, TreeOfThousandsOfRowsNamesThemInOrder) {
+    expectWholeTreesOf(manyTables(1, 5'000));
 }
 
 } // namespace

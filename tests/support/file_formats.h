@@ -1,0 +1,28 @@
+// For tests that hold for every format that the builder of samples writes:
+//
+//     class Thing : public testing::TestWithParam<samples::FileFormat> {};
+//     INSTANTIATE_TEST_SUITE_P(Formats, Thing, test::everyFormat, test::formatName);
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "sample_builder/database_writer.h"
+
+namespace relvane::test {
+
+inline const auto everyFormat =
+    testing::Values(samples::FileFormat::Access97, samples::FileFormat::Access2000);
+
+inline std::string formatName(const testing::TestParamInfo<samples::FileFormat>& format) {
+    return format.param == samples::FileFormat::Access97 ? "Access97" : "Access2000";
+}
+
+// Forms, reports, macros and modules of Access 2000 are not written yet.
+inline samples::DatabaseSpec withoutDocuments(samples::DatabaseSpec spec) {
+    if (spec.format == samples::FileFormat::Access2000) {
+        spec.forms = spec.reports = spec.macros = spec.modules = {};
+    }
+    return spec;
+}
+
+} // namespace relvane::test
