@@ -4,7 +4,6 @@
 #include <fstream>
 #include <iostream>
 
-#include "jet/file_builder.h"
 #include "sample_builder/database_writer.h"
 #include "sample_builder/many_forms.h"
 #include "support/encrypted_ace.h"
@@ -156,10 +155,10 @@ void writeBytes(const std::filesystem::path& path, const Bytes& bytes) {
         .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
 
-// Pages without a catalogue: what is read of them are the parameters of the encryption.
+// The pages of an Access 2000 file, encrypted as later versions do.
 void writeEncrypted(const std::filesystem::path& folder) {
     using test::AceEncryption;
-    const Bytes plain = jet::BareFile(3, jet::jet4).bytes();
+    const Bytes plain = databaseBytes(savedAs(queriesAndLinks(), FileFormat::Access2000));
     const auto write = [&](const char* name, test::AceEncryptionSpec spec) {
         writeBytes(folder / name, test::encryptedByAce(plain, std::move(spec)));
     };
@@ -180,17 +179,22 @@ int main(int count, char** arguments) {
     }
     const std::filesystem::path folder = arguments[1];
     std::filesystem::create_directories(folder);
-    writeDatabase(everyKindOfColumn(), folder / "columns.mdb");
-    writeDatabase(queriesAndLinks(), folder / "queries.mdb");
-    writeDatabase(designs(), folder / "designs.mdb");
-    DatabaseSpec encoded = queriesAndLinks();
-    encoded.encodingKey = 0x12345678;
-    writeDatabase(encoded, folder / "encoded.mdb");
-
     namespace test = relvane::test;
-    DatabaseSpec locked = everyKindOfColumn();
-    locked.password = test::AceEncryptionSpec().password;
-    writeDatabase(locked, folder / "password.mdb");
+    for (const FileFormat format : {FileFormat::Access97, FileFormat::Access2000}) {
+        const auto write = [&](DatabaseSpec spec, const std::string& name) {
+            const char* suffix = format == FileFormat::Access97 ? ".mdb" : "2000.mdb";
+            writeDatabase(savedAs(std::move(spec), format), folder / (name + suffix));
+        };
+        write(everyKindOfColumn(), "columns");
+        write(queriesAndLinks(), "queries");
+        DatabaseSpec encoded = queriesAndLinks();
+        encoded.encodingKey = 0x12345678;
+        write(encoded, "encoded");
+        DatabaseSpec locked = everyKindOfColumn();
+        locked.password = test::AceEncryptionSpec().password;
+        write(locked, "password");
+    }
+    writeDatabase(designs(), folder / "designs.mdb");
     writeEncrypted(folder);
 
     const std::filesystem::path stores = folder / "stores";
