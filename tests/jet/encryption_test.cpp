@@ -9,6 +9,7 @@
 #include "file_builder.h"
 #include "jet/xml_elements.h"
 #include "platform/native_path.h"
+#include "sample_builder/many_tables.h"
 #include "support/encrypted_ace.h"
 #include "support/samples.h"
 
@@ -222,23 +223,30 @@ Text firstRows(dao::Database& database) {
     return all;
 }
 
-// There is no real encrypted file: real plain ones are encrypted here.
+void expectSameWhenEncrypted(const Bytes& plain) {
+    const Text rows = firstRows(*openDatabase(makeMemorySource(plain), u"plain.accdb"));
+    ASSERT_GT(rows.size(), 1000u);
+    for (const AceEncryption kind : kinds) {
+        const Bytes bytes = test::encryptedByAce(plain, {.kind = kind});
+        const auto database = openDatabase(makeMemorySource(bytes), u"x.accdb", {.password = u"鍵Key-1"});
+        EXPECT_EQ(firstRows(*database), rows);
+        EXPECT_EQ(errorOf([&] { openDatabase(makeMemorySource(bytes), u"x.accdb"); }), 3031);
+    }
+}
+
+// There is no real encrypted file: real plain ones are encrypted here, and one of the builder.
 TEST(Encryption, ARealFileThatIsEncryptedGivesTheSameTablesAndRows) {
     for (const char* name : {"later/queryTestV2007.accdb", "later/formPropTest.accdb"}) {
-        const auto path = test::realSample(name);
-        if (!path) {
-            continue;
-        }
-        const Bytes plain = bytesOf(*path);
-        const Text rows = firstRows(*openDatabase(makeMemorySource(plain), u"plain.accdb"));
-        ASSERT_GT(rows.size(), 1000u);
-        for (const AceEncryption kind : kinds) {
-            const Bytes bytes = test::encryptedByAce(plain, {.kind = kind});
-            const auto database = openDatabase(makeMemorySource(bytes), u"x.accdb", {.password = u"鍵Key-1"});
-            EXPECT_EQ(firstRows(*database), rows);
-            EXPECT_EQ(errorOf([&] { openDatabase(makeMemorySource(bytes), u"x.accdb"); }), 3031);
+        if (const auto path = test::realSample(name)) {
+            expectSameWhenEncrypted(bytesOf(*path));
         }
     }
+}
+
+TEST(Encryption, ABuiltFileThatIsEncryptedGivesTheSameTablesAndRows) {
+    const samples::DatabaseSpec spec =
+        samples::savedAs(samples::manyTables(3, 20), samples::FileFormat::Access2000);
+    expectSameWhenEncrypted(samples::databaseBytes(spec));
 }
 
 TEST(Encryption, PagesThatDoNotDecodeAre3161) {
