@@ -5,6 +5,7 @@
 #include "file_builder.h"
 #include "jet/query_fields.h"
 #include "sample_builder/many_tables.h"
+#include "support/file_formats.h"
 
 namespace relvane::jet {
 namespace {
@@ -12,7 +13,7 @@ namespace {
 using namespace samples;
 using Rows = std::vector<QueryRowSpec>;
 
-class HardQueries : public testing::Test {
+class HardQueries : public testing::TestWithParam<FileFormat> {
 protected:
     HardQueries() {
         spec_.tables.push_back({.name = u"顧客",
@@ -36,7 +37,7 @@ protected:
     }
     dao::QueryDef& open(TextView name) {
         if (!database_) {
-            database_ = openDatabase(makeMemorySource(databaseBytes(spec_)), u"x.mdb");
+            database_ = openDatabase(makeMemorySource(databaseBytes(savedAs(spec_, GetParam()))), u"x.mdb");
         }
         return database_->QueryDefs().Item(name);
     }
@@ -45,7 +46,9 @@ protected:
     std::shared_ptr<dao::Database> database_;
 };
 
-TEST_F(HardQueries, ACycleOfQueriesHasTextsAndNoFields) {
+INSTANTIATE_TEST_SUITE_P(Formats, HardQueries, test::everyFormat, test::formatName);
+
+TEST_P(HardQueries, ACycleOfQueriesHasTextsAndNoFields) {
     query(u"甲", allOf(u"乙"));
     query(u"乙", allOf(u"丙"));
     query(u"丙", allOf(u"甲"));
@@ -57,7 +60,7 @@ TEST_F(HardQueries, ACycleOfQueriesHasTextsAndNoFields) {
 }
 
 // Beyond the depth that is followed a query has no fields; those below keep theirs, whatever was asked first.
-TEST_F(HardQueries, AChainOfTwoHundredQueriesIsFollowedToItsLimit) {
+TEST_P(HardQueries, AChainOfTwoHundredQueriesIsFollowedToItsLimit) {
     for (int i = 1; i <= 200; ++i) {
         query(u"段" + toText(i), allOf(i == 1 ? Text(u"顧客") : u"段" + toText(i - 1)));
     }
@@ -70,7 +73,7 @@ TEST_F(HardQueries, AChainOfTwoHundredQueriesIsFollowedToItsLimit) {
     }
 }
 
-TEST_F(HardQueries, AUnionOfFiveHundredPartsHasTheFieldsOfItsFirst) {
+TEST_P(HardQueries, AUnionOfFiveHundredPartsHasTheFieldsOfItsFirst) {
     Text second;
     for (int i = 2; i <= 500; ++i) {
         second += (i == 2 ? u"" : u"\r\nUNION ALL ") + Text(u"SELECT 番号, 氏名 FROM 顧客");
@@ -87,7 +90,7 @@ TEST_F(HardQueries, AUnionOfFiveHundredPartsHasTheFieldsOfItsFirst) {
     EXPECT_GT(sql.size(), second.size());
 }
 
-TEST_F(HardQueries, ATextOfSixtyThousandCharactersIsKeptWhole) {
+TEST_P(HardQueries, ATextOfSixtyThousandCharactersIsKeptWhole) {
     const Text condition = u"顧客.氏名 In (\"" + Text(60'000, u'x') + u"\")";
     Rows rows = columns({u"顧客.番号"});
     rows.push_back({.attribute = 8, .expression = condition});
@@ -96,7 +99,7 @@ TEST_F(HardQueries, ATextOfSixtyThousandCharactersIsKeptWhole) {
     EXPECT_EQ(open(u"長").Fields().Count(), 1);
 }
 
-TEST_F(HardQueries, TwoHundredFiftyFiveColumnsAreShownAndOneMoreIsTooMany) {
+TEST_P(HardQueries, TwoHundredFiftyFiveColumnsAreShownAndOneMoreIsTooMany) {
     std::vector<Text> expressions(255, u"[番号]+1");
     query(u"広", columns(expressions));
     expressions.push_back(u"[番号]+1");
@@ -106,7 +109,7 @@ TEST_F(HardQueries, TwoHundredFiftyFiveColumnsAreShownAndOneMoreIsTooMany) {
     EXPECT_EQ(open(u"広すぎ").Fields().Count(), 0);
 }
 
-TEST_F(HardQueries, AnExpressionAThousandParenthesesDeepHasAName) {
+TEST_P(HardQueries, AnExpressionAThousandParenthesesDeepHasAName) {
     const Text deep = Text(1000, u'(') + u"[番号]" + Text(1000, u')');
     query(u"深", columns({deep, u"[番号]"}));
     ASSERT_EQ(open(u"深").Fields().Count(), 2);
@@ -116,7 +119,7 @@ TEST_F(HardQueries, AnExpressionAThousandParenthesesDeepHasAName) {
 }
 
 // A subquery in each subquery is read anew at each level, to the depth that queries have.
-TEST_F(HardQueries, SubqueriesAThousandDeepEndAtTheLimit) {
+TEST_P(HardQueries, SubqueriesAThousandDeepEndAtTheLimit) {
     Text deep = u"SELECT 番号 FROM 顧客";
     for (int i = 0; i < 1000; ++i) {
         deep = u"SELECT (" + deep + u") AS a FROM 顧客";
@@ -126,7 +129,7 @@ TEST_F(HardQueries, SubqueriesAThousandDeepEndAtTheLimit) {
     EXPECT_NE(open(u"副").SQL().find(deep), Text::npos);
 }
 
-TEST_F(HardQueries, NamesWithBlanksQuotesAndJapaneseLettersFindTheirFields) {
+TEST_P(HardQueries, NamesWithBlanksQuotesAndJapaneseLettersFindTheirFields) {
     spec_.tables.push_back(
         {.name = u"受注 '98 \"明細\"", .columns = {{.name = u"単価(税込)", .type = ColumnType::Currency}}});
     query(u"引用 'と\"", {{.attribute = 1, .flag = 1},
@@ -144,7 +147,7 @@ TEST_F(HardQueries, NamesWithBlanksQuotesAndJapaneseLettersFindTheirFields) {
 }
 
 // Every kind of query of the file that the benchmarks use has a text and, unless it is an action, fields.
-TEST_F(HardQueries, TheManyQueriesOfTheBenchmarksAreAllResolved) {
+TEST_P(HardQueries, TheManyQueriesOfTheBenchmarksAreAllResolved) {
     spec_ = manyTablesAndQueries(24);
     open(u"一覧0001");
     for (const auto& query : database_->QueryDefs()) {

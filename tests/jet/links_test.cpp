@@ -6,6 +6,7 @@
 
 #include "file_builder.h"
 #include "platform/native_path.h"
+#include "support/file_formats.h"
 #include "support/samples.h"
 #include "system/linux_files.h"
 
@@ -14,7 +15,7 @@ namespace {
 
 using namespace samples;
 
-class Links : public testing::Test {
+class Links : public testing::TestWithParam<FileFormat> {
 protected:
     // A target with one link, opened.
     dao::TableDef& target(LinkSpec link) {
@@ -26,7 +27,7 @@ protected:
         link.name = u"リンク";
         DatabaseSpec spec;
         spec.links.push_back(std::move(link));
-        writeDatabase(spec, folder_ / "target.mdb");
+        writeDatabase(savedAs(spec, GetParam()), folder_ / "target.mdb");
         database_ = openDatabase(textOfNativePath((folder_ / "target.mdb").native()), std::move(options));
         return database_->TableDefs().Item(u"リンク");
     }
@@ -41,7 +42,7 @@ protected:
                                            {.name = u"数", .type = ColumnType::Long}},
                                .indexes = {{.name = u"PrimaryKey", .columns = {{u"品番"}}, .primary = true}},
                                .rows = {RowSpec{Text(u"A-1"), std::int64_t{5}}}});
-        writeDatabase(spec, folder_ / name);
+        writeDatabase(savedAs(spec, backEndFormat_), folder_ / name);
     }
     static LinkSpec link(Text path, Text table = u"在庫", Text connect = {}) {
         LinkSpec spec;
@@ -52,10 +53,13 @@ protected:
     }
 
     test::TemporaryFolder folder_;
+    FileFormat backEndFormat_ = GetParam();
     std::shared_ptr<dao::Database> database_;
 };
 
-TEST_F(Links, FieldsComeFromTheFileOfThatNameBesideTheTarget) {
+INSTANTIATE_TEST_SUITE_P(Formats, Links, test::everyFormat, test::formatName);
+
+TEST_P(Links, FieldsComeFromTheFileOfThatNameBesideTheTarget) {
     writeBackEnd("Zaiko.mdb");
     dao::TableDef& table = target(link(u"C:\\業務\\ZAIKO.MDB"));
     EXPECT_EQ(table.Connect(), u";DATABASE=C:\\業務\\ZAIKO.MDB");
@@ -70,14 +74,22 @@ TEST_F(Links, FieldsComeFromTheFileOfThatNameBesideTheTarget) {
     EXPECT_EQ(database_->OpenRecordset(u"リンク")->Field(u"数"), Value(std::int64_t{5}));
 }
 
-TEST_F(Links, ThePathItselfGoesBeforeTheNeighbour) {
+TEST_P(Links, TheBackEndMayHaveAnotherFormat) {
+    for (const FileFormat format : {FileFormat::Access97, FileFormat::Access2000}) {
+        backEndFormat_ = format;
+        writeBackEnd("zaiko.mdb");
+        EXPECT_EQ(target(link(u"C:\\業務\\zaiko.mdb")).Fields().Count(), 2);
+    }
+}
+
+TEST_P(Links, ThePathItselfGoesBeforeTheNeighbour) {
     std::filesystem::create_directory(folder_ / "other");
     writeBackEnd("other/zaiko.mdb");
     dao::TableDef& table = target(link(textOfNativePath((folder_ / "other" / "zaiko.mdb").native())));
     EXPECT_EQ(table.Fields().Count(), 2);
 }
 
-TEST_F(Links, TheResolverIsAskedForThePathAndTheFolderOfTheTarget) {
+TEST_P(Links, TheResolverIsAskedForThePathAndTheFolderOfTheTarget) {
     writeBackEnd("elsewhere.mdb");
     Text asked, askedIn;
     const LinkResolver resolver = [&](const Text& path, const Text& folder) {
@@ -90,7 +102,7 @@ TEST_F(Links, TheResolverIsAskedForThePathAndTheFolderOfTheTarget) {
     EXPECT_EQ(askedIn, textOfNativePath(folder_.path().native()));
 }
 
-TEST_F(Links, WhatTheResolverDoesNotFindIs3024AndAMissingFolder3044) {
+TEST_P(Links, WhatTheResolverDoesNotFindIs3024AndAMissingFolder3044) {
     const auto opened = [&](OpenOptions options) {
         return errorOf([&] { target(link(u"D:\\x.mdb"), std::move(options)).Fields(); });
     };
@@ -105,7 +117,7 @@ TEST_F(Links, WhatTheResolverDoesNotFindIs3024AndAMissingFolder3044) {
     EXPECT_EQ(opened({}), 3044) << "without a resolver no link is found";
 }
 
-TEST_F(Links, AMissingBackEndIs3044Or3024) {
+TEST_P(Links, AMissingBackEndIs3044Or3024) {
     EXPECT_EQ(errorOf([&] { target(link(u"C:\\業務\\zaiko.mdb")).Fields(); }), 3044);
     EXPECT_EQ(errorOf([&] { target(link(u"\\\\server\\share\\zaiko.mdb")).Fields(); }), 3044);
     EXPECT_EQ(errorOf([&] { target(link(u"")).Fields(); }), 3044);
@@ -115,12 +127,12 @@ TEST_F(Links, AMissingBackEndIs3044Or3024) {
     EXPECT_EQ(errorOf([&] { target(link(inFolder)), database_->OpenRecordset(u"リンク"); }), 3024);
 }
 
-TEST_F(Links, ATableThatTheBackEndLacksIs3011) {
+TEST_P(Links, ATableThatTheBackEndLacksIs3011) {
     writeBackEnd("zaiko.mdb");
     EXPECT_EQ(errorOf([&] { target(link(u"C:\\zaiko.mdb", u"無い")).Fields(); }), 3011);
 }
 
-TEST_F(Links, APasswordOfTheBackEndIsTakenFromTheLinkOr3031) {
+TEST_P(Links, APasswordOfTheBackEndIsTakenFromTheLinkOr3031) {
     writeBackEnd("zaiko.mdb", u"abc");
     EXPECT_EQ(errorOf([&] { target(link(u"C:\\zaiko.mdb")).Fields(); }), 3031);
     dao::TableDef& table = target(link(u"C:\\zaiko.mdb", u"在庫", u"MS Access;PWD=abc;"));
@@ -128,7 +140,7 @@ TEST_F(Links, APasswordOfTheBackEndIsTakenFromTheLinkOr3031) {
     EXPECT_EQ(table.Connect(), u"MS Access;PWD=abc;DATABASE=C:\\zaiko.mdb");
 }
 
-TEST_F(Links, ABackEndThatIsNoDatabaseIs3343) {
+TEST_P(Links, ABackEndThatIsNoDatabaseIs3343) {
     EXPECT_EQ(errorOf([&] { target(link(u"C:\\target.txt")).Fields(); }), 3044);
     Bytes nothing(5000);
     FILE* file = fopen((folder_ / "zaiko.mdb").c_str(), "wb");
@@ -137,22 +149,22 @@ TEST_F(Links, ABackEndThatIsNoDatabaseIs3343) {
     EXPECT_EQ(errorOf([&] { target(link(u"C:\\zaiko.mdb")).Fields(); }), 3343);
 }
 
-TEST_F(Links, ALinkToALinkIs3011) {
+TEST_P(Links, ALinkToALinkIs3011) {
     EXPECT_EQ(errorOf([&] { target(link(u"C:\\target.mdb", u"リンク")).Fields(); }), 3011); // to itself
 }
 
-TEST_F(Links, TwoDatabasesLinkedToEachOtherAre3011) {
+TEST_P(Links, TwoDatabasesLinkedToEachOtherAre3011) {
     DatabaseSpec other;
     other.links.push_back(link(u"C:\\target.mdb", u"リンク"));
     other.links.back().name = u"在庫";
-    writeDatabase(other, folder_ / "zaiko.mdb");
+    writeDatabase(savedAs(other, GetParam()), folder_ / "zaiko.mdb");
     dao::TableDef& table = target(link(u"C:\\zaiko.mdb"));
     EXPECT_EQ(errorOf([&] { table.Fields(); }), 3011);
     EXPECT_EQ(errorOf([&] { table.Indexes(); }), 3011);
     EXPECT_EQ(errorOf([&] { database_->OpenRecordset(u"リンク"); }), 3011);
 }
 
-TEST_F(Links, OtherSourcesNeedADriver) {
+TEST_P(Links, OtherSourcesNeedADriver) {
     LinkSpec excel = link(u"C:\\予算.xls", u"予算$", u"Excel 5.0;HDR=YES;");
     excel.kind = LinkKind::Isam;
     dao::TableDef& sheet = target(excel);
@@ -175,7 +187,7 @@ TEST_F(Links, OtherSourcesNeedADriver) {
     }
 }
 
-TEST_F(Links, AQueryOnABrokenLinkHasNoFieldsAndStillItsText) {
+TEST_P(Links, AQueryOnABrokenLinkHasNoFieldsAndStillItsText) {
     DatabaseSpec spec;
     spec.links.push_back(link(u"C:\\nowhere\\x.mdb"));
     spec.links.back().name = u"リンク";
@@ -183,7 +195,7 @@ TEST_F(Links, AQueryOnABrokenLinkHasNoFieldsAndStillItsText) {
                             .rows = {{.attribute = 1, .flag = 1},
                                      {.attribute = 5, .name1 = u"リンク"},
                                      {.attribute = 6, .expression = u"リンク.品番"}}});
-    const auto database = openDatabase(makeMemorySource(databaseBytes(spec)), u"x.mdb");
+    const auto database = openDatabase(makeMemorySource(databaseBytes(savedAs(spec, GetParam()))), u"x.mdb");
     dao::QueryDef& query = database->QueryDefs().Item(u"問合せ");
     EXPECT_EQ(query.Fields().Count(), 0);
     EXPECT_EQ(query.SQL(), u"SELECT リンク.品番\r\nFROM リンク;\r\n");
