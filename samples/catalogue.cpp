@@ -172,7 +172,7 @@ private:
             DesignSpec whole = *document.design;
             addUnusedFields(whole);
             design = designStream(whole, textCoding(spec_));
-            names = typeInfoStream(whole, textCoding(spec_));
+            names = typeInfoStream(whole, spec_.codePage);
         }
         if (document.module) {
             ModuleRow& module = addModule(documentType, document);

@@ -6,6 +6,7 @@
 
 #include "sample_builder/byte_writer.h"
 #include "sample_builder/column_value.h"
+#include "sample_builder/compound_file_writer.h"
 
 namespace relvane::samples {
 
@@ -208,51 +209,11 @@ Bytes printerNames(TextView driver, TextView printer, TextView port, int codePag
     return std::move(bytes.data());
 }
 
-// Three sectors: the header, the table of sectors, and the directory with nothing but its root.
 Bytes embeddedObject(std::size_t presentation) {
-    constexpr std::size_t sector = 512, fileSize = 3 * sector;
-    constexpr std::uint32_t endOfChain = 0xFFFFFFFE, unused = 0xFFFFFFFF, sectorOfTable = 0xFFFFFFFD;
+    const Bytes file = CompoundFileWriter().bytes();
     ByteWriter bytes;
-    bytes.u32(fileSize);
-    bytes.u64(0xE11AB1A1E011CFD0); // the signature
-    bytes.zeros(16);
-    bytes.u16(0x3E); // versions
-    bytes.u16(3);
-    bytes.u16(0xFFFE); // little-endian
-    bytes.u16(9);      // sectors of 2 to the 9, small ones of 2 to the 6
-    bytes.u16(6);
-    bytes.zeros(10);
-    bytes.u32(1); // sectors of the table
-    bytes.u32(1); // the directory's first
-    bytes.u32(0);
-    bytes.u32(0x1000); // streams below this size are small
-    bytes.u32(endOfChain);
-    bytes.u32(0);
-    bytes.u32(endOfChain);
-    bytes.u32(0);
-    bytes.u32(0); // the table's sector
-    while (bytes.size() < 4 + sector) {
-        bytes.u32(unused);
-    }
-    bytes.u32(sectorOfTable);
-    bytes.u32(endOfChain);
-    while (bytes.size() < 4 + 2 * sector) {
-        bytes.u32(unused);
-    }
-    constexpr std::u16string_view rootName = u"Root Entry";
-    for (const char16_t letter : rootName) {
-        bytes.u16(letter);
-    }
-    bytes.zeros(64 - 2 * rootName.size());
-    bytes.u16(2 * (rootName.size() + 1));
-    bytes.u8(5); // a root, and black
-    bytes.u8(1);
-    for (int neighbour = 0; neighbour < 3; ++neighbour) {
-        bytes.u32(unused);
-    }
-    bytes.zeros(36);
-    bytes.u32(endOfChain);
-    bytes.zeros(4 + fileSize - bytes.size());
+    bytes.u32(file.size());
+    bytes.bytes(file);
     for (std::size_t i = 0; i < presentation; ++i) {
         bytes.u8(i * 7 % 251);
     }

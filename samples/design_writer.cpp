@@ -23,7 +23,9 @@ using access::PropertyId;
 using access::ValueKind;
 namespace format = access::design_format;
 
-constexpr format::Version writtenVersion = format::access97;
+const format::Version& versionOf(TextCoding coding) {
+    return coding.wide ? format::access2000 : format::access97;
+}
 
 [[noreturn]] void refuse(DesignType type, TextView property, const char* why) {
     throw std::invalid_argument(toUtf8(access::nameOf(type)) + "." + toUtf8(property) + ": " + why);
@@ -32,12 +34,12 @@ constexpr format::Version writtenVersion = format::access97;
 // The values of an object by their place, which puts them in the order of the stream.
 using Values = std::map<PropertyId, Value>;
 
-void set(Values& values, DesignType type, TextView name, const Value& value) {
+void set(Values& values, DesignType type, TextView name, const Value& value, int version) {
     const PropertyFact* fact = findProperty(type, name);
     if (fact == nullptr) {
         refuse(type, name, "no such property");
     }
-    if (fact->since > writtenVersion.version) {
+    if (fact->since > version) {
         refuse(type, name, "a later version brought this property");
     }
     values[fact->id] = value;
@@ -80,11 +82,11 @@ std::optional<std::int64_t> rowSourceTypeNumber(const DesignObjectSpec& object) 
                                               : query;
 }
 
-Values valuesOf(const DesignObjectSpec& object) {
+Values valuesOf(const DesignObjectSpec& object, int version) {
     Values values;
     const auto derive = [&](TextView name, const auto& value) {
         if (value && findProperty(object.type, name) != nullptr) {
-            set(values, object.type, name, *value);
+            set(values, object.type, name, *value, version);
         }
     };
     derive(u"AccessKey", ownOrLabelsAccessKey(object));
@@ -92,22 +94,22 @@ Values valuesOf(const DesignObjectSpec& object) {
     const Text name = object.name(), prefix = procedurePrefix(name);
     derive(u"EventProcPrefix", prefix == name ? std::nullopt : std::optional(prefix));
     for (const DesignPropertySpec& property : object.properties) {
-        set(values, object.type, property.name, property.value);
+        set(values, object.type, property.name, property.value, version);
     }
     return values;
 }
 
 class StreamWriter {
 public:
-    explicit StreamWriter(TextCoding coding) : coding_(coding) {}
+    explicit StreamWriter(TextCoding coding) : coding_(coding), version_(versionOf(coding)) {}
 
     Bytes write(const DesignSpec& design) {
-        bytes_.u16(writtenVersion.version);
-        bytes_.u16(writtenVersion.required);
+        bytes_.u16(version_.version);
+        bytes_.u16(version_.required);
         bytes_.u32(0);
         for (const DesignObjectSpec& child : design.root.children) {
             if (access::isControl(child.type)) {
-                blocks_[child.type] = valuesOf(child);
+                blocks_[child.type] = valuesOf(child, version_.version);
             }
         }
         write(design.root, 0);
@@ -119,7 +121,7 @@ private:
         bytes_.u16(static_cast<std::uint16_t>(object.type));
         constexpr int levelOfBlocks = 1;
         const auto block = level > levelOfBlocks ? blocks_.find(object.type) : blocks_.end();
-        for (const auto& [id, value] : valuesOf(object)) {
+        for (const auto& [id, value] : valuesOf(object, version_.version)) {
             const PropertyFact& fact = *findProperty(object.type, id);
             const Value* inherited = nullptr;
             if (block != blocks_.end() && block->second.contains(id)) {
@@ -216,6 +218,7 @@ private:
     }
 
     TextCoding coding_;
+    format::Version version_;
     ByteWriter bytes_;
     std::map<DesignType, Values> blocks_;
 };
@@ -272,9 +275,10 @@ std::uint8_t classOf(const DesignObjectSpec& object, const DesignObjectSpec& par
     return inside ? found->inGroupOrAttached : found->otherwise;
 }
 
+// Its names stay in the code page in every version.
 class ListWriter {
 public:
-    explicit ListWriter(TextCoding coding) : coding_(coding) {}
+    explicit ListWriter(int codePage) : codePage_(codePage) {}
 
     Bytes write(const DesignSpec& design) {
         const bool ofReport = design.root.type == DesignType::Report;
@@ -313,9 +317,9 @@ private:
         members_.u8(memberClass);
         members_.u16(0);
         members_.u32(count_++);
-        members_.text(encodeText(prefix, coding_));
+        members_.text(encodeText(prefix, codePage_));
         members_.u8(0);
-        members_.text(prefix == name ? std::string() : encodeText(name, coding_));
+        members_.text(prefix == name ? std::string() : encodeText(name, codePage_));
         members_.u8(0);
         if (type == static_cast<std::uint8_t>(DesignType::CustomControl)) {
             members_.bytes(Bytes(access::libraryReferenceSize)); // of no library
@@ -336,7 +340,7 @@ private:
         return id.data();
     }
 
-    TextCoding coding_;
+    int codePage_;
     ByteWriter members_;
     std::uint32_t count_ = 0;
 };
@@ -359,8 +363,8 @@ Bytes designStream(const DesignSpec& design, TextCoding coding) {
     return StreamWriter(coding).write(design);
 }
 
-Bytes typeInfoStream(const DesignSpec& design, TextCoding coding) {
-    return ListWriter(coding).write(design);
+Bytes typeInfoStream(const DesignSpec& design, int codePage) {
+    return ListWriter(codePage).write(design);
 }
 
 Text procedurePrefix(TextView name) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <utility>
 
 #include "sample_builder/byte_writer.h"
 #include "sample_builder/column_value.h"
@@ -19,6 +20,12 @@ class RecordWriter {
 public:
     explicit RecordWriter(TextCoding coding) : coding_(coding) {}
 
+    // Its texts are bytes in every version.
+    void header(std::size_t shownColumns, const MacroRowSpec& version) {
+        const TextCoding ofRows = std::exchange(coding_, TextCoding(coding_.codePage));
+        record(shownColumns, 0, version);
+        coding_ = ofRows;
+    }
     void record(std::size_t first, std::size_t number, const MacroRowSpec& row) {
         if (row.arguments.size() > mostArguments) {
             throw std::invalid_argument("a macro's action has ten arguments at most");
@@ -58,7 +65,7 @@ private:
         }
         const auto place = static_cast<std::uint16_t>(texts_.size());
         texts_ += encodeText(text, coding_);
-        texts_ += '\0';
+        texts_.append(coding_.wide ? 2 : 1, '\0');
         return place;
     }
 
@@ -78,10 +85,12 @@ Bytes macroSheet(const MacroSpec& macro, TextCoding coding) {
     const bool conditions = macro.showsConditions.value_or(fills(&MacroRowSpec::condition));
     MacroRowSpec version;
     if (macro.hasVersion) {
-        version.arguments = {u"2", u"2"};
+        version.arguments.assign(2, coding.wide ? u"3" : u"2");
+    } else {
+        coding.wide = false; // only the version tells that texts are wide
     }
     RecordWriter sheet(coding);
-    sheet.record((names ? 1U : 0U) | (conditions ? 2U : 0U), 0, version);
+    sheet.header((names ? 1U : 0U) | (conditions ? 2U : 0U), version);
     std::size_t number = 0;
     for (const MacroRowSpec& row : macro.rows) {
         number += row.emptyRowsBefore + 1U;

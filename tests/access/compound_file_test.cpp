@@ -7,12 +7,12 @@
 #include <gtest/gtest.h>
 
 #include "platform/runtime_error.h"
-#include "support/compound_file_builder.h"
+#include "sample_builder/compound_file_writer.h"
 
 namespace relvane::access {
 namespace {
 
-using relvane::test::CompoundFileBuilder;
+using samples::CompoundFileWriter;
 
 Bytes filled(std::size_t length, std::uint8_t seed) {
     Bytes bytes(length);
@@ -54,8 +54,8 @@ void putAt(Bytes& bytes, std::size_t at, std::uint32_t number) {
 }
 
 // Entries 1 "VBA", 2 "dir", 3 "long", 4 "empty", 5 "kurz". "long" is the only one in whole sectors.
-CompoundFileBuilder fewStreams(unsigned shift = 9) {
-    return CompoundFileBuilder(shift)
+CompoundFileWriter fewStreams(unsigned shift = 9) {
+    return CompoundFileWriter(shift)
         .stream(u"VBA/dir", filled(100, 1))
         .stream(u"VBA/long", filled(5000, 2))
         .stream(u"empty", {})
@@ -85,7 +85,7 @@ TEST(CompoundFile, StreamsOfEveryLengthAboutASectorAreWhole) {
     for (const std::size_t length :
          {1u, 63u, 64u, 65u, 511u, 512u, 513u, 4095u, 4096u, 4097u, 4608u, 4609u}) {
         const CompoundFile file(
-            CompoundFileBuilder().stream(u"a", filled(length, 5)).stream(u"b", filled(length, 9)).bytes(),
+            CompoundFileWriter().stream(u"a", filled(length, 5)).stream(u"b", filled(length, 9)).bytes(),
             u"T");
         EXPECT_EQ(contentOf(file, u"a"), filled(length, 5)) << length;
         EXPECT_EQ(contentOf(file, u"b"), filled(length, 9)) << length;
@@ -93,12 +93,12 @@ TEST(CompoundFile, StreamsOfEveryLengthAboutASectorAreWhole) {
 }
 
 TEST(CompoundFile, ManyEntriesOfAStorageAreAllFound) {
-    CompoundFileBuilder builder;
+    CompoundFileWriter writer;
     for (int i = 0; i < 300; ++i) {
-        builder.stream(u"S/" + toText(static_cast<long long>(i * 7919 % 1009)),
-                       filled(1, static_cast<std::uint8_t>(i)));
+        writer.stream(u"S/" + toText(static_cast<long long>(i * 7919 % 1009)),
+                      filled(1, static_cast<std::uint8_t>(i)));
     }
-    const CompoundFile file(builder.bytes(), u"T");
+    const CompoundFile file(writer.bytes(), u"T");
     EXPECT_EQ(file.entries().size(), 301u);
     for (int i = 0; i < 300; ++i) {
         EXPECT_EQ(contentOf(file, toText(static_cast<long long>(i * 7919 % 1009))),
@@ -109,7 +109,7 @@ TEST(CompoundFile, ManyEntriesOfAStorageAreAllFound) {
 // The header has room for the first 109 sectors of the table.
 TEST(CompoundFile, ALargeFileHasItsTableInAList) {
     const Bytes content = filled((111 * 128 + 300) * std::size_t{512}, 4);
-    const CompoundFile file(CompoundFileBuilder().stream(u"x", content).bytes(), u"T");
+    const CompoundFile file(CompoundFileWriter().stream(u"x", content).bytes(), u"T");
     EXPECT_EQ(contentOf(file, u"x"), content);
 }
 
@@ -140,77 +140,77 @@ TEST(CompoundFile, CutOffAnywhereItEndsInAnError) {
 }
 
 TEST(CompoundFile, AChainThatRunsInACircleIsDamage) {
-    CompoundFileBuilder builder = fewStreams();
-    const Bytes whole = builder.bytes();
-    const std::uint32_t directory = builder.directorySector();
+    CompoundFileWriter writer = fewStreams();
+    const Bytes whole = writer.bytes();
+    const std::uint32_t directory = writer.directorySector();
     Bytes bytes = whole;
-    putAt(bytes, builder.nextPlace(directory + 1), directory); // its second and last sector
+    putAt(bytes, writer.nextPlace(directory + 1), directory); // its second and last sector
     EXPECT_NE(problemOf([&] { CompoundFile(bytes, u"T"); }).find(u"T の複合ファイルの"), Text::npos);
     EXPECT_NE(problemOf([&] { CompoundFile(bytes, u"T"); }).find(u"循環"), Text::npos);
 
     bytes = whole;
     const std::size_t last = bytes.size() / 512 - 2; // of "long"
-    putAt(bytes, builder.nextPlace(last - 1), static_cast<std::uint32_t>(last - 2));
+    putAt(bytes, writer.nextPlace(last - 1), static_cast<std::uint32_t>(last - 2));
     const CompoundFile file(bytes, u"T");
     EXPECT_NE(problemOf([&] { contentOf(file, u"long"); }).find(u"循環"), Text::npos);
     EXPECT_EQ(contentOf(file, u"dir"), filled(100, 1)); // the others are read
 }
 
 TEST(CompoundFile, AChainThatEndsEarlyOrLeavesTheFileIsDamage) {
-    CompoundFileBuilder builder = fewStreams();
-    const Bytes whole = builder.bytes();
+    CompoundFileWriter writer = fewStreams();
+    const Bytes whole = writer.bytes();
     const std::size_t last = whole.size() / 512 - 2;
     const std::pair<std::uint32_t, TextView> links[] = {
-        {CompoundFileBuilder::endOfChain, u"ストリームが途切れて"},
-        {CompoundFileBuilder::none, u"連鎖が途切れて"},
+        {CompoundFileWriter::endOfChain, u"ストリームが途切れて"},
+        {CompoundFileWriter::none, u"連鎖が途切れて"},
         {0x7FFFFFFF, u"連鎖が途切れて"}};
     for (const auto& [next, reason] : links) {
         Bytes bytes = whole;
-        putAt(bytes, builder.nextPlace(last - 1), next);
+        putAt(bytes, writer.nextPlace(last - 1), next);
         const CompoundFile file(bytes, u"T");
         EXPECT_NE(problemOf([&] { contentOf(file, u"long"); }).find(reason), Text::npos) << next;
     }
 }
 
 TEST(CompoundFile, ALengthBeyondTheFileIsDamageAndTakesNoRoom) {
-    CompoundFileBuilder builder = fewStreams(12);
-    const Bytes whole = builder.bytes();
+    CompoundFileWriter writer = fewStreams(12);
+    const Bytes whole = writer.bytes();
     for (const std::uint32_t length : {0x100000u, 0x7FFFFFFFu, 0xFFFFFFFFu}) {
         Bytes bytes = whole;
-        putAt(bytes, builder.entryPlace(3) + 0x78, length);
+        putAt(bytes, writer.entryPlace(3) + 0x78, length);
         EXPECT_EQ(skipErrors([&] { contentOf(CompoundFile(bytes, u"T"), u"long"); }), 3049);
-        putAt(bytes, builder.entryPlace(3) + 0x7C, length); // the upper half counts in version 4
+        putAt(bytes, writer.entryPlace(3) + 0x7C, length); // the upper half counts in version 4
         EXPECT_EQ(skipErrors([&] { contentOf(CompoundFile(bytes, u"T"), u"long"); }), 3049);
     }
-    CompoundFileBuilder version3 = fewStreams();
+    CompoundFileWriter version3 = fewStreams();
     Bytes bytes = version3.bytes();
     putAt(bytes, version3.entryPlace(3) + 0x7C, 0xCCCCCCCC); // and is left as it was in version 3
     EXPECT_EQ(contentOf(CompoundFile(bytes, u"T"), u"long"), filled(5000, 2));
 }
 
 TEST(CompoundFile, ADirectoryThatRunsInACircleIsDamage) {
-    CompoundFileBuilder builder = fewStreams();
-    const Bytes whole = builder.bytes();
+    CompoundFileWriter writer = fewStreams();
+    const Bytes whole = writer.bytes();
     for (const std::size_t link : {0x44u, 0x48u, 0x4Cu}) {
         for (const std::uint32_t id : {0u, 1u}) { // the root, and the entry itself
             Bytes bytes = whole;
-            putAt(bytes, builder.entryPlace(1) + link, id);
+            putAt(bytes, writer.entryPlace(1) + link, id);
             EXPECT_NE(problemOf([&] { CompoundFile(bytes, u"T"); }).find(u"循環"), Text::npos)
                 << link << " " << id;
         }
         Bytes bytes = whole;
-        putAt(bytes, builder.entryPlace(1) + link, 77);
+        putAt(bytes, writer.entryPlace(1) + link, 77);
         EXPECT_NE(problemOf([&] { CompoundFile(bytes, u"T"); }).find(u"項目がありません"), Text::npos)
             << link;
     }
     Bytes bytes = whole;
-    bytes[builder.entryPlace(2) + 0x42] = 0; // nothing
+    bytes[writer.entryPlace(2) + 0x42] = 0; // nothing
     EXPECT_EQ(errorOf(bytes), 3049);
 }
 
 TEST(CompoundFile, AListOfTheTableThatRunsInACircleIsDamage) {
-    CompoundFileBuilder builder;
-    Bytes bytes = builder.stream(u"x", filled(9000, 1)).bytes();
+    CompoundFileWriter writer;
+    Bytes bytes = writer.stream(u"x", filled(9000, 1)).bytes();
     const std::size_t list = bytes.size() - 512; // the last sector of the stream
     std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(list), 512, std::uint8_t{0xFF});
     const auto number = static_cast<std::uint32_t>(list / 512 - 1);

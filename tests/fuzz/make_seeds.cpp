@@ -103,14 +103,14 @@ DatabaseSpec designs() {
 
 // A project, a wide form with a macro of its own, a report of Access 2000 with what a later version added to it, and a
 // macro in UTF-16.
-test::Streams storedObjects() {
+Streams storedObjects() {
     using access::DesignType;
     using Kind = access::design_format::WideKind;
     using test::WideBytes;
     Bytes sheet(36);
     std::fill(sheet.begin() + 4, sheet.begin() + 32, std::uint8_t{0xFF});
-    test::Streams streams = test::projectStreams();
-    streams.push_back(test::objectList(u"Forms", {{u"受注", 7}}));
+    Streams streams = test::projectStreams();
+    streams.push_back(objectList(u"Forms", {{u"受注", 7}}));
     streams.emplace_back(u"Forms/7/Blob", WideBytes(21)
                                               .object(DesignType::Form)
                                               .text(0xdc, 0x09c, u"受注")
@@ -128,7 +128,7 @@ test::Streams storedObjects() {
                                               .value(0x14e, 0x28e, Kind::Real, Bytes(4))
                                               .noChildren()
                                               .bytes());
-    streams.push_back(test::objectList(u"Reports", {{u"一覧", 300}}));
+    streams.push_back(objectList(u"Reports", {{u"一覧", 300}}));
     streams.emplace_back(u"Reports/300/Blob",
                          Bytes{0x13, 0, 0x13, 0, 0, 0, 0, 0, 0x97, 0, 0x63, 0x88, 0x2c, 0xfe, 0x98, 0, 0xfd});
     streams.emplace_back(u"Reports/300/BlobDelta", WideBytes()
@@ -139,7 +139,7 @@ test::Streams storedObjects() {
                                                        .word(0x116, 0x23b, 7)
                                                        .noChildren()
                                                        .bytes());
-    streams.push_back(test::objectList(u"Scripts", {{u"印刷", 1}}));
+    streams.push_back(objectList(u"Scripts", {{u"印刷", 1}}));
     streams.emplace_back(u"Scripts/1/Blob", sheet);
     return streams;
 }
@@ -199,7 +199,7 @@ int main(int count, char** arguments) {
 
     const std::filesystem::path stores = folder / "stores";
     std::filesystem::create_directories(stores);
-    const test::Streams streams = storedObjects();
+    const Streams streams = storedObjects();
     const relvane::Bytes compound = test::compoundFile(streams);
     writeDatabase(databaseWithStore(test::storageTable(streams)), stores / "rows.mdb");
     writeDatabase(databaseWithStore(test::objectsTable(compound)), stores / "pieces.mdb");

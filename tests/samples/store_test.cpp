@@ -11,6 +11,7 @@
 #include "access/macro_source.h"
 #include "access/module_source.h"
 #include "access/target_application.h"
+#include "sample_builder/byte_writer.h"
 #include "sample_builder/database_writer.h"
 #include "support/newer_stores.h"
 #include "support/samples.h"
@@ -28,25 +29,21 @@ using access::ModuleOwner;
 using access::ModuleSource;
 using access::StoreTable;
 
-using test::compiledCode;
 using test::compoundFile;
 using test::databaseWith;
 using test::fewModules;
-using test::objectList;
 using test::objectsTable;
-using test::pieceSize;
-using test::projectStreams;
 using test::storageTable;
-using test::StoredModule;
-using test::streamFolder;
-using test::streamName;
-using test::Streams;
-using test::utf16;
+using test::streamPath;
 using test::WideBytes;
 
-Bytes* find(Streams& streams, TextView path) {
-    const auto found = std::ranges::find(streams, path, &std::pair<Text, Bytes>::first);
-    return found == streams.end() ? nullptr : &found->second;
+Streams projectStreams(const std::vector<ProjectModule>& modules = fewModules) {
+    return test::projectStreams(modules);
+}
+const Text directoryPath = Text(moduleFolder) + u"dir";
+
+std::string utf16(TextView text) {
+    return encodeText(text, TextCoding(japaneseCodePage, true));
 }
 
 using FilePointer = std::shared_ptr<const jet::JetFile>;
@@ -220,7 +217,7 @@ TEST(Stores, AnObjectWithoutADesignThereIsNamed) {
 TEST(Stores, WhatADamagedStreamHoldsIsNamedWithItsPlace) {
     const auto sourceWith = [](TextView path, Bytes content) {
         Streams streams = storedDocuments();
-        *find(streams, path) = std::move(content);
+        *test::find(streams, path) = std::move(content);
         return std::make_unique<DesignSource>(fileOf(withDocuments(storageTable(streams))));
     };
     const auto problemOf = [](const DesignSource& source) {
@@ -254,7 +251,7 @@ TEST(Stores, MacrosAreFoundByTheNameOfTheObject) {
                   std::string::npos);
         Bytes header(36);
         std::fill(header.begin() + 4, header.begin() + 32, std::uint8_t{0xFF});
-        *find(streams, u"Scripts/1/Blob") = header;
+        *test::find(streams, u"Scripts/1/Blob") = header;
         const access::MacroSource whole(fileOf(withDocuments(table(streams))));
         EXPECT_TRUE(whole.sheet(*whole.find(u"印刷")).rows.empty());
     }
@@ -278,8 +275,7 @@ TEST(Stores, AModuleWithoutItsStreamIsNamedAndTheOthersAreRead) {
     for (const auto& [name, table] : bothTables) {
         SCOPED_TRACE(name);
         Streams streams = projectStreams();
-        std::erase_if(streams,
-                      [](const auto& stream) { return stream.first == streamFolder + streamName(0); });
+        std::erase_if(streams, [](const auto& stream) { return stream.first == streamPath(u"標準"); });
         const ModuleSource source(fileOf(table(streams)));
         EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), noSource));
         EXPECT_EQ(textOf(source, ModuleOwner::Module, u"型"), u"Option Explicit\r\n");
@@ -290,10 +286,9 @@ TEST(Stores, WhereOnlyTheCompiledCodeIsLeftEachModuleSaysSo) {
     for (const auto& [name, table] : bothTables) {
         SCOPED_TRACE(name);
         Streams streams = projectStreams();
-        for (auto& [path, content] : streams) {
-            if (path.starts_with(streamFolder + u"Q")) {
-                content.assign(compiledCode.begin(), compiledCode.end());
-            }
+        for (const ProjectModule& module : fewModules) {
+            constexpr std::string_view compiledCode = "\x01\x16\x03 compiled code";
+            test::find(streams, streamPath(module.name))->assign(compiledCode.begin(), compiledCode.end());
         }
         const ModuleSource source(fileOf(table(streams)));
         ASSERT_EQ(source.modules().size(), 4u);
@@ -304,7 +299,7 @@ TEST(Stores, WhereOnlyTheCompiledCodeIsLeftEachModuleSaysSo) {
 }
 
 TEST(Stores, AModuleThatTheProjectDoesNotHaveIsNamed) {
-    const std::vector<StoredModule> others(fewModules.begin() + 1, fewModules.end());
+    const std::vector<ProjectModule> others(fewModules.begin() + 1, fewModules.end());
     const ModuleSource source(fileOf(storageTable(projectStreams(others))));
     EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), u"プロジェクトにありません"));
     EXPECT_EQ(textOf(source, ModuleOwner::Module, u"型"), u"Option Explicit\r\n");
@@ -325,7 +320,7 @@ TEST(Stores, ADamagedDirectoryOfTheProjectIsNamedByEachModule) {
     for (const auto& [name, table] : bothTables) {
         SCOPED_TRACE(name);
         Streams streams = projectStreams();
-        find(streams, streamFolder + u"dir")->resize(20);
+        test::find(streams, directoryPath)->resize(20);
         const ModuleSource source(fileOf(table(streams)));
         EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), u"VBA のプロジェクトの"));
     }
@@ -333,7 +328,7 @@ TEST(Stores, ADamagedDirectoryOfTheProjectIsNamedByEachModule) {
 
 TEST(Stores, WithoutTheListOfKindsEveryClassOfThatNameIsTheForms) {
     Streams streams = projectStreams();
-    std::erase_if(streams, [](const auto& stream) { return stream.first == u"VBA/VBAProject/PROJECT"; });
+    std::erase_if(streams, [](const auto& stream) { return stream.first == test::projectTextPath; });
     const ModuleSource source(fileOf(storageTable(streams)));
     EXPECT_EQ(textOf(source, ModuleOwner::Form, u"受注"), u"Sub 閉じる_Click()\r\nEnd Sub\r\n");
     EXPECT_EQ(textOf(source, ModuleOwner::Form, u"名前だけ"), u"' no form's\r\n");
@@ -341,8 +336,8 @@ TEST(Stores, WithoutTheListOfKindsEveryClassOfThatNameIsTheForms) {
 }
 
 TEST(Stores, TheTableWithRowsGoesBeforeTheOneWithPieces) {
-    std::vector<StoredModule> older = fewModules;
-    older[1].source = "' older\r\n";
+    std::vector<ProjectModule> older = fewModules;
+    older[1].spec.source = u"' older\r\n";
     const TableSpec pieces = objectsTable(compoundFile(projectStreams(older)));
     expectWhole(ModuleSource(fileOf(databaseWith({pieces, storageTable(projectStreams())}))));
     const ModuleSource other(
@@ -375,9 +370,9 @@ TEST(StorePieces, RowsOfUnusedBytesMayBeMissing) {
 
 // Nothing in a file tells that the bytes of a row are gone but that what is made of them does not fit.
 TEST(StorePieces, AnyRowMayBeMissingAndEachModuleIsReadOrNamed) {
-    std::vector<StoredModule> modules = fewModules;
-    for (int line = 0; line < 200; ++line) {
-        modules[0].source += "    Debug.Print " + std::to_string(line * line % 977) + "\r\n";
+    std::vector<ProjectModule> modules = fewModules;
+    for (int line = 0; line < 400; ++line) {
+        modules[0].spec.source += u"    Debug.Print " + toText(line * line % 977LL) + u"\r\n";
     }
     const TableSpec whole = objectsTable(compoundFile(projectStreams(modules)));
     std::size_t read = 0, named = 0, parts = 0;
@@ -413,7 +408,7 @@ TEST(StorePieces, LengthsAndNumbersBeyondTheFileTakeNoRoom) {
     putAt(head, 4, 0xFFFFFFFF, 4);
     table.rows[0].values[0] = head;
     for (const std::int64_t id : {0x7FFFFFFFL, -1L, -0x80000000L, 100000L}) {
-        table.rows.push_back(RowSpec{Bytes(pieceSize, 9), id});
+        table.rows.push_back(RowSpec{Bytes(head.size(), 9), id});
     }
     expectWhole(ModuleSource(fileOf(table)));
 }
