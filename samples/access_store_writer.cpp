@@ -127,8 +127,9 @@ TableSpec storeTable(const Bytes& compoundFile, FileFormat format,
     table.columns = {{.name = u"Data",
                       .type = isNewer ? ColumnType::LongBinary : ColumnType::Binary,
                       .size = static_cast<int>(pieceSize),
+                      .ordinal = 0,
                       .place = ColumnPlace::Fixed},
-                     {.name = u"ID", .type = ColumnType::Long, .place = ColumnPlace::Variable}};
+                     {.name = u"ID", .type = ColumnType::Long, .ordinal = 0, .place = ColumnPlace::Variable}};
     table.indexes = {{.name = u"AOIndex", .columns = {{u"ID"}}, .primary = true}};
 
     constexpr std::uint32_t kind = 5;

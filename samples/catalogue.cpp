@@ -1,9 +1,12 @@
 #include "sample_builder/catalogue.h"
 
 #include <algorithm>
+#include <deque>
+#include <iterator>
 #include <limits>
 #include <stdexcept>
 
+#include "sample_builder/access_store_writer.h"
 #include "sample_builder/design_writer.h"
 #include "sample_builder/macro_writer.h"
 #include "sample_builder/property_blob.h"
@@ -22,6 +25,13 @@ constexpr std::uint32_t linkToAccess = 0x200000, linkToIsam = 0xA00000, linkToOd
 
 // Types of rows of MSysModules2.
 constexpr std::int32_t projectRow = 2, moduleOfForm = 32768, moduleOfReport = 32772, moduleRow = 32775;
+
+// What Access makes of a document.
+struct DocumentContent {
+    std::optional<Bytes> main{}; // the design of a form or report, the sheet of a macro
+    std::optional<Bytes> names{};
+    const ProjectModule* module = nullptr;
+};
 
 class Builder {
 public:
@@ -49,7 +59,7 @@ public:
                  .flags = object.flags,
                  .properties = propertyBlob(object.properties, {}, textCoding(spec_))});
         }
-        catalogue_.accessTables = accessTables(spec_, modules_);
+        catalogue_.accessTables = accessTables(spec_, ofAccess_);
         return std::move(catalogue_);
     }
 
@@ -95,6 +105,8 @@ private:
              .properties = propertyBlob(properties, {}, textCoding(spec_))});
     }
 
+    bool isAccess2000() const { return spec_.format == FileFormat::Access2000; }
+
     void addTable(PageNumber page, const TableSpec& table) {
         std::vector<NamedProperties> ofColumns;
         for (const ColumnSpec& column : table.columns) {
@@ -131,6 +143,9 @@ private:
         if (!spec_.relations.empty()) {
             add({.parentId = layouts, .name = u"Admin", .type = type(ObjectType::UserLayout)});
         }
+        if (isAccess2000()) {
+            add({.parentId = rootId, .name = u"DataAccessPages", .type = type(ObjectType::Container)});
+        }
     }
 
     void databaseDocument(const char16_t* name, const std::vector<PropertySpec>& properties) {
@@ -143,76 +158,121 @@ private:
     std::int32_t container(const char16_t* name, ObjectType documentType,
                            const std::vector<DocumentSpec>& documents) {
         const std::int32_t id = add({.parentId = rootId, .name = name, .type = type(ObjectType::Container)});
+        std::vector<StoredObject> stored;
         for (const DocumentSpec& document : documents) {
             CatalogueRow row{.parentId = id,
                              .name = document.name,
                              .type = type(documentType),
                              .flags = document.hidden ? hiddenFlag : 0,
                              .properties = propertyBlob(document.properties, {}, textCoding(spec_))};
-            addContent(row, documentType, document);
+            DocumentContent content = contentOf(documentType, document);
+            if (isAccess2000()) {
+                stored.push_back(storedObject(documentType, document, std::move(content)));
+            } else {
+                addContent(row, documentType, std::move(content));
+            }
             add(std::move(row), document.created, document.updated);
+        }
+        if (isAccess2000() && hasStorages(documentType)) {
+            addToStore(containerStreams(name, stored));
         }
         return id;
     }
 
-    // What a document is made of stands in its own row, or in the table of modules when it has a module.
-    void addContent(CatalogueRow& row, ObjectType documentType, const DocumentSpec& document) {
+    DocumentContent contentOf(ObjectType documentType, const DocumentSpec& document) {
+        DocumentContent content;
         if (documentType == ObjectType::Macro) {
-            row.extra = macroSheet(document.macro.value_or(MacroSpec()), textCoding(spec_));
-            return;
-        }
-        if (documentType == ObjectType::Module) {
-            if (document.module || hasModuleTable()) {
-                addModule(documentType, document).type = moduleRow;
-            }
-            return;
-        }
-        std::optional<Bytes> design, names;
-        if (document.design) {
+            content.main = macroSheet(document.macro.value_or(MacroSpec()), textCoding(spec_));
+        } else if (document.design) {
             DesignSpec whole = *document.design;
             addUnusedFields(whole);
-            design = designStream(whole, textCoding(spec_));
-            names = typeInfoStream(whole, spec_.codePage);
+            content.main = designStream(whole, textCoding(spec_));
+            content.names = typeInfoStream(whole, spec_.codePage);
         }
-        if (document.module) {
-            ModuleRow& module = addModule(documentType, document);
-            module.type = documentType == ObjectType::Report ? moduleOfReport : moduleOfForm;
-            module.design = std::move(design);
-            module.names = std::move(names);
-        } else if (design) {
-            row.extra = std::move(design);
-            row.names = std::move(names);
+        if (document.module || (documentType == ObjectType::Module && keepsModules())) {
+            content.module = &addModule(documentType, document);
+        }
+        if (isAccess2000() && content.main && !spec_.accessVersion) {
+            throw std::invalid_argument(toUtf8(document.name) + ": it needs a table of Access");
+        }
+        return content;
+    }
+
+    // In Access 97 what a document is made of stands in its own row, or in the table of modules when it has a module.
+    void addContent(CatalogueRow& row, ObjectType documentType, DocumentContent content) {
+        if (content.module != nullptr) {
+            ModuleRow module{.name = content.module->name,
+                             .type = documentType == ObjectType::Form     ? moduleOfForm
+                                     : documentType == ObjectType::Report ? moduleOfReport
+                                                                          : moduleRow,
+                             .design = std::move(content.main),
+                             .names = std::move(content.names)};
+            if (content.module->spec.damage != ModuleDamage::NotStored) {
+                module.module = moduleContainer(*content.module, spec_.codePage);
+            }
+            ofAccess_.modules.push_back(std::move(module));
+            return;
+        }
+        row.extra = std::move(content.main);
+        row.names = std::move(content.names);
+        if (row.names) {
             row.moduleMark = Bytes{'L', 'W', 'F', '0', '0', '0'};
         }
     }
 
-    bool hasModuleTable() const { return spec_.accessVersion && *spec_.accessVersion >= u"07.53"; }
+    // In Access 2000 it stands in the store, and the row has nothing of it.
+    static StoredObject storedObject(ObjectType documentType, const DocumentSpec& document,
+                                     DocumentContent content) {
+        StoredObject object{.name = document.name, .hidden = document.hidden};
+        if (documentType == ObjectType::Module) {
+            object.isClass = content.module != nullptr && content.module->spec.isClass;
+        } else if (documentType != ObjectType::Macro) {
+            object.hasModule = content.module != nullptr;
+        }
+        if (content.main) {
+            object.streams.emplace_back(u"Blob", std::move(*content.main));
+        }
+        if (content.names) {
+            object.streams.emplace_back(u"TypeInfo", std::move(*content.names));
+        }
+        return object;
+    }
 
-    ModuleRow& addModule(ObjectType documentType, const DocumentSpec& document) {
-        if (!hasModuleTable()) {
-            throw std::invalid_argument(toUtf8(document.name) + ": a module needs the tables of Access 97");
+    static bool hasStorages(ObjectType documentType) {
+        return documentType == ObjectType::Form || documentType == ObjectType::Report ||
+               documentType == ObjectType::Macro || documentType == ObjectType::Module;
+    }
+
+    void addToStore(Streams streams) { std::ranges::move(streams, std::back_inserter(ofAccess_.store)); }
+
+    bool keepsModules() const { return spec_.accessVersion && *spec_.accessVersion >= u"07.53"; }
+
+    const ProjectModule& addModule(ObjectType documentType, const DocumentSpec& document) {
+        if (!keepsModules()) {
+            throw std::invalid_argument(toUtf8(document.name) + ": a module needs a table of Access");
         }
         const TextView prefix = documentType == ObjectType::Form     ? u"Form_"
                                 : documentType == ObjectType::Report ? u"Report_"
                                                                      : u"";
-        ProjectModule module{.name = Text(prefix).append(document.name),
-                             .spec = document.module.value_or(ModuleSpec())};
-        module.spec.isClass = module.spec.isClass || documentType != ObjectType::Module;
-        ModuleRow& row = modules_.emplace_back();
-        row.name = module.name;
-        if (module.spec.damage != ModuleDamage::NotStored) {
-            row.module = moduleContainer(module, spec_.codePage);
-        }
-        project_.push_back(std::move(module));
-        return row;
+        ProjectModule& module = project_.emplace_back();
+        module.name = Text(prefix).append(document.name);
+        module.spec = document.module.value_or(ModuleSpec());
+        module.ofDocument = documentType != ObjectType::Module;
+        module.spec.isClass = module.spec.isClass || module.ofDocument;
+        return module;
     }
 
-    // The project is there as soon as one object has a module.
+    // In Access 97 the project is there as soon as one object has a module, in Access 2000 always.
     void addProject() {
-        if (!project_.empty()) {
-            modules_.push_back({.name = u"MSysDb",
-                                .type = projectRow,
-                                .module = projectContainer(project_, spec_.codePage, spec_.sortOrder)});
+        const std::vector<ProjectModule> modules(project_.begin(), project_.end());
+        if (isAccess2000()) {
+            addToStore(projectStreams(modules, spec_.codePage, spec_.sortOrder));
+            addToStore(commonStreams(spec_.codePage));
+        } else if (!modules.empty()) {
+            ofAccess_.modules.push_back(
+                {.name = u"MSysDb",
+                 .type = projectRow,
+                 .module = projectContainer(modules, spec_.codePage, spec_.sortOrder)});
         }
     }
 
@@ -271,8 +331,8 @@ private:
 
     const DatabaseSpec& spec_;
     Catalogue catalogue_;
-    std::vector<ModuleRow> modules_;
-    std::vector<ProjectModule> project_;
+    AccessContent ofAccess_;
+    std::deque<ProjectModule> project_;                              // whose modules stay where they are
     std::int32_t nextId_ = std::numeric_limits<std::int32_t>::min(); // 0x80000000 and up
 };
 

@@ -118,11 +118,6 @@ void encodePage(std::span<std::uint8_t> page, std::uint32_t key) {
 }
 
 void writePages(PageFile& file, const DatabaseSpec& spec) {
-    const bool hasDocuments =
-        !spec.forms.empty() || !spec.reports.empty() || !spec.macros.empty() || !spec.modules.empty();
-    if (spec.format == FileFormat::Access2000 && hasDocuments) {
-        throw std::invalid_argument("forms, reports, macros and modules of Access 2000 are not written yet");
-    }
     while (file.count() <= jet::relationshipsPage) {
         file.allocate();
     }

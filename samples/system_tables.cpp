@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include "sample_builder/access_store_writer.h"
+
 namespace relvane::samples {
 
 namespace {
@@ -156,9 +158,14 @@ TableSpec relationshipsTable(const std::vector<RelationSpec>& relations) {
     return table;
 }
 
-std::vector<TableSpec> accessTables(const DatabaseSpec& spec, const std::vector<ModuleRow>& modules) {
-    if (!spec.accessVersion || spec.format == FileFormat::Access2000) {
+std::vector<TableSpec> accessTables(const DatabaseSpec& spec, const AccessContent& content) {
+    if (!spec.accessVersion) {
         return {};
+    }
+    if (spec.format == FileFormat::Access2000) {
+        CompoundFileWriter store;
+        const Bytes file = store.streams(content.store).bytes();
+        return {storeTable(file, spec.format, store.unused())};
     }
     TableSpec first;
     first.name = u"MSysModules";
@@ -186,7 +193,7 @@ std::vector<TableSpec> accessTables(const DatabaseSpec& spec, const std::vector<
             {.name = u"Index1", .columns = {{u"Name"}, {u"Type"}, {u"Version", true}}, .required = true}};
         std::int64_t version = 0;
         constexpr std::int64_t replicationVersion = 0, flags = 1;
-        for (const ModuleRow& module : modules) {
+        for (const ModuleRow& module : content.modules) {
             second.rows.push_back({module.name, module.type, ++version, replicationVersion, flags,
                                    orNull(module.module), orNull(module.design), orNull(module.names)});
         }

@@ -1,7 +1,8 @@
-// The tables that every database has before its own: Jet's four, and those that Access 97 adds, as TableSpecs. The rows
+// The tables that every database has before its own: Jet's four, and those that Access adds, as TableSpecs. The rows
 // of Jet's come from the catalogue, which is the list of all objects.
 #pragma once
 
+#include "sample_builder/compound_file_writer.h"
 #include "sample_builder/page_file.h"
 
 namespace relvane::samples {
@@ -35,9 +36,15 @@ TableSpec queriesTable(FileFormat format,
                        const std::vector<std::pair<std::int32_t, const QuerySpec*>>& queries);
 TableSpec relationshipsTable(const std::vector<RelationSpec>& relations);
 
+// What these tables hold: rows of MSysModules2 in Access 97, the streams of the store in Access 2000.
+struct AccessContent {
+    std::vector<ModuleRow> modules{};
+    Streams store{};
+};
+
 // What Access adds to a file of its own, by `spec.accessVersion`: 97 makes tables for modules, 95 such without
-// MSysModules2. Nothing in a file made by DAO alone.
-std::vector<TableSpec> accessTables(const DatabaseSpec& spec, const std::vector<ModuleRow>& modules);
+// MSysModules2, 2000 MSysAccessObjects. Nothing in a file made by DAO alone.
+std::vector<TableSpec> accessTables(const DatabaseSpec& spec, const AccessContent& content);
 
 // The tables of import and export specifications as Access 97 makes them, ready for rows. MSysIMEXSpecs: DateDelim,
 // DateFourDigitYear, DateLeadingZeros, DateOrder, DecimalPoint, FieldSeparator, FileType, SpecID, SpecName, SpecType,

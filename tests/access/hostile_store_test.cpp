@@ -45,7 +45,7 @@ DesignSpec formDesign() {
             .type = DesignType::Form,
             .properties = {{u"RecordSource", Text(u"受注")},
                            {u"PictureData",
-                            Bytes(4416, 0x28)}}, // makes it lie in whole sectors, the last one nearly empty
+                            Bytes(4515, 0x28)}}, // makes it lie in whole sectors, the last one nearly empty
             .children = {section}}};
 }
 
@@ -236,7 +236,7 @@ TEST(HostileStore, AChainOfSectorsThatRunsInACircleOrEndsIsDamageOfItsStreamAlon
     CompoundFileWriter writer;
     const Bytes whole = writer.streams(application()).bytes();
     const std::uint32_t first = firstSectorOfDesign(whole);
-    for (const std::uint32_t next : {first, first + 1, 0u, writer.directorySector(), 0xFFFFFFFEu}) {
+    for (const std::uint32_t next : {first, first + 1, 0u, 0x7FFFFFFFu, 0xFFFFFFFEu}) {
         Bytes file = whole;
         samples::putAt(file, writer.nextPlace(first + 1), next, 4);
         // Only the form's design lies there, and without it the list of names is not read either.

@@ -113,7 +113,7 @@ INSTANTIATE_TEST_SUITE_P(Formats, IndexOrder, test::everyFormat, test::formatNam
 TEST_P(IndexOrder, EveryIndexOfTheSampleNamesItsRowsInOrder) {
     DatabaseSpec spec = readDescription(test::sourceFolder() / "samples" / "juchu.txt");
     spec.format = GetParam();
-    expectWholeTreesOf(test::withoutDocuments(spec));
+    expectWholeTreesOf(spec);
 }
 
 TEST_P(IndexOrder, TreesOfManyLevelsNameTheirRowsInOrder) {

@@ -257,7 +257,7 @@ protected:
 
     static DatabaseSpec described(const std::string& name) {
         const auto path = test::sourceFolder() / "samples" / (name + ".txt");
-        return test::withoutDocuments(savedAs(readDescription(path), GetParam()));
+        return savedAs(readDescription(path), GetParam());
     }
     std::string sample(const std::string& name) {
         if (GetParam() == FileFormat::Access97) {

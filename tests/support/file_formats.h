@@ -17,12 +17,4 @@ inline std::string formatName(const testing::TestParamInfo<samples::FileFormat>&
     return format.param == samples::FileFormat::Access97 ? "Access97" : "Access2000";
 }
 
-// Forms, reports, macros and modules of Access 2000 are not written yet.
-inline samples::DatabaseSpec withoutDocuments(samples::DatabaseSpec spec) {
-    if (spec.format == samples::FileFormat::Access2000) {
-        spec.forms = spec.reports = spec.macros = spec.modules = {};
-    }
-    return spec;
-}
-
 } // namespace relvane::test
