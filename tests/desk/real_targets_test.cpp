@@ -205,6 +205,24 @@ TEST(RealTarget, FilesThatAreNoTargetAreReportedAndTheProgramGoesOn) {
     }
 }
 
+// Wherever it is cut off: it is damaged or no database, and the box says so; an object is never just not there.
+TEST(RealTarget, FileThatIsCutOffIsSelectedOrRefusedAsDamaged) {
+    const std::string whole = test::bytesOf(test::ownSample("juchu.mdb"));
+    const test::TemporaryFolder folder;
+    const std::filesystem::path cut = folder / "cut.mdb";
+    RealProgram program;
+    for (std::size_t length = 1000; length < whole.size(); length += 9000) {
+        std::ofstream(cut, std::ios::binary) << whole.substr(0, length);
+        program.dialogs.boxes.clear();
+        ASSERT_TRUE(program.select(cut)) << length << ": " << toUtf8(program.dialogs.lastText());
+        if (!program.form().cmdObject.Enabled) {
+            const Text said = program.dialogs.lastText();
+            EXPECT_TRUE(said.find(u"3049") != Text::npos || said.find(u"3343") != Text::npos)
+                << length << ": " << toUtf8(said);
+        }
+    }
+}
+
 TEST(RealTarget, DamagedWorkDatabaseIsReportedAtTheSelection) {
     RealProgram program;
     std::ofstream(program.folder / "Relvane.mdb") << "damaged";

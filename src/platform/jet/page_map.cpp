@@ -13,11 +13,13 @@ enum MapKind : std::uint8_t { bitmapInRow = 0, bitmapPages = 1 };
 // Bit k of byte i stands for page first + 8 i + k.
 void addBits(const ByteSpan& bitmap, std::uint64_t first, const PageFile& file,
              std::vector<std::uint32_t>& pages) {
+    constexpr std::uint64_t lastPage = 0xFFFFFF; // that a row pointer can name
     std::uint64_t page = first;
     for (const std::uint8_t byte : bitmap.bytes()) {
         for (unsigned bit = 0; byte != 0 && bit < 8; ++bit) {
             const std::uint64_t number = page + bit;
-            if ((byte >> bit & 1) != 0 && number < file.pageCount() && number != 0) {
+            const bool isMissing = !pages.empty() && pages.back() >= file.pageCount();
+            if ((byte >> bit & 1) != 0 && number != 0 && number <= lastPage && !isMissing) {
                 pages.push_back(static_cast<std::uint32_t>(number));
             }
         }

@@ -7,7 +7,8 @@
 
 namespace relvane::jet {
 
-// The pages named by the map at `pointer`, rising, each once. Pages that the file does not have are left out.
+// The pages named by the map at `pointer`, rising, each once. Of pages that the file does not have only the first is
+// among them, at the end: whoever reads all pages meets the error there, behind what can still be read.
 std::vector<std::uint32_t> readPageMap(const PageFile& file, RowPointer pointer);
 
 } // namespace relvane::jet
