@@ -259,16 +259,7 @@ protected:
         const auto path = test::sourceFolder() / "samples" / (name + ".txt");
         return savedAs(readDescription(path), GetParam());
     }
-    std::string sample(const std::string& name) {
-        if (GetParam() == FileFormat::Access97) {
-            return test::ownSample(name + ".mdb").string();
-        }
-        writeDatabase(described(name), folder_ / (name + "2000.mdb"));
-        return (folder_ / (name + "2000.mdb")).string();
-    }
-
-private:
-    test::TemporaryFolder folder_;
+    static std::string sample(const std::string& name) { return test::ownSample(name, GetParam()).string(); }
 };
 
 INSTANTIATE_TEST_SUITE_P(Formats, Mdbtools, test::everyFormat, test::formatName);

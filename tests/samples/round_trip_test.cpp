@@ -37,16 +37,6 @@ protected:
         const auto path = test::sourceFolder() / "samples" / (name + ".txt");
         return savedAs(readDescription(path), GetParam());
     }
-    // The sample as the build wrote it in the format of the test.
-    std::filesystem::path sample(const std::string& name) {
-        if (GetParam() == FileFormat::Access97) {
-            return test::ownSample(name + ".mdb");
-        }
-        writeDatabase(described("zaiko"), folder_ / "zaiko.mdb");
-        writeDatabase(described(name), folder_ / (name + "2000.mdb"));
-        return folder_ / (name + "2000.mdb");
-    }
-
     static DatabaseSpec withTable(TableSpec table) {
         DatabaseSpec spec;
         spec.tables.push_back(std::move(table));
@@ -62,13 +52,13 @@ INSTANTIATE_TEST_SUITE_P(Formats, SampleRoundTrip, test::everyFormat, test::form
 TEST_P(SampleRoundTrip, OrderKeepingSampleReadsBackAsDescribed) {
     const DatabaseSpec spec = described("juchu");
     EXPECT_GE(spec.tables.size(), 12u);
-    const auto database = jet::openDatabase(fromUtf8(sample("juchu").string()));
+    const auto database = jet::openDatabase(fromUtf8(test::ownSample("juchu", GetParam()).string()));
     compareDatabase(spec, *database);
 }
 
 TEST_P(SampleRoundTrip, LinkedTableOfTheSampleFindsItsBackEndBesideIt) {
     LinuxFiles files;
-    const auto database = jet::openDatabase(fromUtf8(sample("juchu").string()),
+    const auto database = jet::openDatabase(fromUtf8(test::ownSample("juchu", GetParam()).string()),
                                             {.resolveLink = std::bind_front(&Files::resolveLink, &files)});
     EXPECT_EQ(database->TableDefs().Item(u"在庫").Fields().Count(), 4);
     EXPECT_THROW(database->TableDefs().Item(u"旧得意先").Fields(), RunTimeError);

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "sample_builder/database_writer.h"
+#include "support/samples.h"
 
 namespace relvane::test {
 
@@ -15,6 +16,11 @@ inline const auto everyFormat =
 
 inline std::string formatName(const testing::TestParamInfo<samples::FileFormat>& format) {
     return format.param == samples::FileFormat::Access97 ? "Access97" : "Access2000";
+}
+
+// A sample of the build, as Access of that format would have saved it.
+inline std::filesystem::path ownSample(const std::string& name, samples::FileFormat format) {
+    return ownSample(name + (format == samples::FileFormat::Access97 ? ".mdb" : "2000.mdb"));
 }
 
 } // namespace relvane::test
