@@ -9,6 +9,8 @@
 namespace relvane::test {
 
 struct SupportProgram : RealProgram {
+    using RealProgram::RealProgram;
+
     FrmSien sien{desk->context};
 
     // False when the program ended by it.
