@@ -366,6 +366,8 @@ const ActionCase actionCases[] = {
     {56, {u"-1", u""}, R"(DoCmd.Save , "")"},
     {57, {u"1", u"2", u"", u"3"}, "DoCmd.SetMenuItem 1, 2, , acMenuCheck"},
     {58, {u"97"}, "DoCmd.RunCommand acCmdSaveRecord"},
+    {72, {}, "' *****  ClearMacroError action not available"},
+    {73, {u"0"}, "' *****  OnError action not available"},
 };
 
 TEST(MacroConversion, EveryActionHasItsStatement) {

@@ -137,6 +137,7 @@ TEST(MacroFiles, EverySheetOfEveryNewerFileIsReadToItsLastByte) {
             rows[entry.path().filename()] += sheet.rows.size();
             for (const MacroRow& row : sheet.rows) {
                 EXPECT_FALSE(row.comment.starts_with(u"_AXL:"));
+                EXPECT_EQ(row.hasAction(), row.action() != nullptr) << row.actionNumber;
             }
         }
     }
@@ -144,6 +145,23 @@ TEST(MacroFiles, EverySheetOfEveryNewerFileIsReadToItsLastByte) {
                                                          {"formPropTest.accdb", 1}};
     EXPECT_EQ(macros, expected);
     EXPECT_EQ(rows["formPropTest.accdb"], 5u);
+}
+
+// The XML beside the rows of this macro names its actions: OnError, GoToControl, ClearMacroError ...
+TEST(MacroFiles, ActionsOfLaterVersionsHaveTheNamesThatTheXmlGivesThem) {
+    const auto path = test::realSample("later/formPropTest.accdb");
+    if (!path) {
+        return;
+    }
+    const MacroSource source(open(*path));
+    const MacroSheet sheet = source.sheet(source.macros().front());
+    std::vector<Text> names;
+    for (const MacroRow& row : sheet.rows) {
+        names.emplace_back(row.hasAction() ? row.action()->name : TextView());
+    }
+    const std::vector<Text> expected = {u"OnError", u"GoToControl", u"ClearMacroError", u"RunCommand",
+                                        u"MsgBox"};
+    EXPECT_EQ(names, expected);
 }
 
 // Access 2000 keeps a macro as it was until somebody saves it: four are of Access 97, one has texts in UTF-16.

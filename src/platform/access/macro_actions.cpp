@@ -11,6 +11,7 @@ using enum ArgumentKind;
 // Numbers, order and kinds of the arguments. Seen in sheets stored by Access 97: 3, 4, 5, 6, 9, 13, 14, 21, 22, 23,
 // 26, 28, 32, 34, 40, 43, 45, 46. The others were seen in sheets that newer versions of Access stored, where the
 // numbers are the same, or rest on the published list of actions. 2, 10, 16, 18, 36, 39, 42 and 50 were never seen.
+// 72 and 73 are of Access 2007: a sheet that Access 2010 stored has them beside its XML, which gives their names.
 // The arguments have the names of the macro window, without their blanks. The fifth and sixth argument of DoMenuItem
 // are Access's own; nobody knows what they mean.
 
@@ -98,6 +99,7 @@ constexpr MacroArgument showToolbar[] = {{u"ToolbarName", Text}, {u"Show", Toolb
 constexpr MacroArgument setMenuItem[] = {
     {u"MenuIndex", Number}, {u"CommandIndex", Number}, {u"SubcommandIndex", Number}, {u"Flag", MenuItemFlag}};
 constexpr MacroArgument runCommand[] = {{u"Command", Command}};
+constexpr MacroArgument onError[] = {{u"GoTo", Number}, {u"MacroName", Text}}; // 0 the next action
 
 constexpr MacroAction actions[] = {
     {1, u"AddMenu", addMenu},
@@ -150,6 +152,8 @@ constexpr MacroAction actions[] = {
     {56, u"Save", object},
     {57, u"SetMenuItem", setMenuItem},
     {58, u"RunCommand", runCommand},
+    {72, u"ClearMacroError", {}},
+    {73, u"OnError", onError},
 };
 
 } // namespace

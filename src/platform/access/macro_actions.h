@@ -49,10 +49,11 @@ struct MacroAction {
     std::span<const MacroArgument> arguments; // in stored order
 };
 
-// All actions of Access 97 and the one older one that it still reads, numbers rising.
+// All actions of Access 97, the one older one that it still reads, and those of later versions that were seen beside
+// their names; numbers rising.
 std::span<const MacroAction> macroActions();
 
-// Nullptr for a number without an action: 0, the retired ones, and those that newer versions added.
+// Nullptr for a number without an action: 0, the retired ones, and the others that newer versions added.
 const MacroAction* findMacroAction(std::uint16_t number);
 
 } // namespace relvane::access

@@ -17,7 +17,8 @@ struct Form {
     std::size_t beepWhen = 0;
 };
 
-// Close does not write its argument Save. The arguments 5 and 6 of DoMenuItem are Access's own.
+// Close does not write its argument Save. The arguments 5 and 6 of DoMenuItem are Access's own. Of actions that Access 97
+// does not have a remark gives the name.
 constexpr Form forms[] = {
     {1, u"' *****  AddMenu action not available"},
     {4, u"Beep"},
@@ -30,6 +31,8 @@ constexpr Form forms[] = {
     {40, u"<1> = <2>"},
     {44, u"End"},
     {45, u"Exit Function"},
+    {72, u"' *****  ClearMacroError action not available"},
+    {73, u"' *****  OnError action not available"},
 };
 
 struct Constant {
