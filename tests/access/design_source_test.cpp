@@ -186,5 +186,24 @@ TEST(DesignSource, ANewerFileKeepsDesignsInItsStore) {
     }
 }
 
+TEST(DesignSource, TheListOfNamesOfANewerFileHasItsOwnOrderAndTheSameNames) {
+    const auto samples = test::realSamples();
+    if (!samples) {
+        return;
+    }
+    std::size_t objects = 0;
+    for (const char* name : {"later/northwind-2000-ja.mdb", "later/formPropTest.accdb"}) {
+        const DesignSource source = sourceOf(*bytesOf(name));
+        for (const auto* documents : {&source.forms(), &source.reports()}) {
+            for (const DesignDocument& document : *documents) {
+                SCOPED_TRACE(toUtf8(document.name));
+                EXPECT_TRUE(agrees(source.typeInfo(document), *source.design(document)));
+                ++objects;
+            }
+        }
+    }
+    EXPECT_EQ(objects, 40u);
+}
+
 } // namespace
 } // namespace relvane::access

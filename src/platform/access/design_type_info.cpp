@@ -1,5 +1,7 @@
 #include "access/design_type_info.h"
 
+#include <algorithm>
+
 #include "access/design_bytes.h"
 #include "access/design_tree.h"
 #include "platform/codepage.h"
@@ -63,22 +65,26 @@ bool agrees(const TypeInfo& list, const Design& design) {
     };
     collect(collect, design.root());
 
-    auto member = members.begin();
+    std::vector<const TypeInfoEntry*> entries;
     for (const TypeInfoEntry& entry : list.entries) {
-        if (entry.isField()) {
-            continue;
+        if (!entry.isField()) {
+            entries.push_back(&entry);
         }
-        if (member == members.end() || static_cast<DesignType>(entry.type) != (*member)->type() ||
-            entry.name != (*member)->name()) {
-            return false;
-        }
-        const auto prefix = (*member)->value(u"EventProcPrefix");
-        if (prefix && isNotEmptyText(*prefix) && toText(*prefix) != entry.prefix) {
-            return false;
-        }
-        ++member;
     }
-    return member == members.end() && list.isReport == design.isReport();
+    const auto keyOfMember = [](const DesignObject* member) {
+        return std::pair(static_cast<std::uint8_t>(member->type()), TextView(member->name()));
+    };
+    const auto keyOfEntry = [](const TypeInfoEntry* entry) {
+        return std::pair(entry->type, TextView(entry->name));
+    };
+    std::ranges::sort(members, {}, keyOfMember);
+    std::ranges::sort(entries, {}, keyOfEntry);
+    const auto isOf = [&](const DesignObject* member, const TypeInfoEntry* entry) {
+        const auto prefix = member->value(u"EventProcPrefix");
+        return keyOfMember(member) == keyOfEntry(entry) &&
+               (!prefix || !isNotEmptyText(*prefix) || toText(*prefix) == entry->prefix);
+    };
+    return std::ranges::equal(members, entries, isOf) && list.isReport == design.isReport();
 }
 
 } // namespace relvane::access

@@ -32,8 +32,9 @@ struct TypeInfo {
 // Reads the list to its last byte. `owner` is what an error names. Error 3049 when anything does not fit.
 TypeInfo readTypeInfo(std::span<const std::uint8_t> bytes, int codePage, TextView owner);
 
-// Whether sections and controls of the design are those of the list, in the same order, with the same types, names and
-// prefixes. They need not be: Access itself leaves old names in the list of an object that was edited.
+// Whether sections and controls of the design are those of the list, with the same types, names and prefixes, in any
+// order: later versions list what was added last behind the others. They need not be: Access itself leaves old names in
+// the list of an object that was edited.
 bool agrees(const TypeInfo& list, const Design& design);
 
 } // namespace relvane::access
