@@ -86,8 +86,9 @@ TEST(FormViews, EachSpecialEffectStandsAtTheEdgeOfItsBox) {
     EXPECT_EQ(picture.at(130, 128), shadow);
     EXPECT_EQ(picture.at(130, 129), white);
     EXPECT_EQ(picture.at(130, 100), face);
-    EXPECT_EQ(picture.at(183, 110), red);
-    EXPECT_EQ(picture.at(184, 110), face);
+    EXPECT_EQ(picture.at(178, 110), red); // half of it outside
+    EXPECT_EQ(picture.at(181, 110), red);
+    EXPECT_EQ(picture.at(182, 110), face);
 }
 
 TEST(FormViews, AnInvisibleControlIsLeftOutInUseAndShownByTheDesigner) {
@@ -383,6 +384,24 @@ TEST(FormViews, EveryFormOfARealApplicationIsDrawn) {
     if (const auto file = realSample("access97/afr.mdb")) {
         drawAll(*file, 6);
     }
+}
+
+// A form of Access 2010: its logo is a file of its own, and every second record has another ground.
+TEST(FormViews, ALaterFormHasItsLogoAndTheGroundOfEverySecondRecord) {
+    const auto file = realSample("later/formPropTest.accdb");
+    if (!file) {
+        return;
+    }
+    DrawnTarget target(*file);
+    const Picture picture = target.use(u"F_Table1");
+    constexpr std::uint32_t headerGround = 0xB8D4F0;
+    const Part logo{17 + 20, 4, 46, 30};
+    EXPECT_LT(countOf(picture, headerGround, logo), logo.width * logo.height * 3 / 4);
+    constexpr int header = 36, record = 158;
+    const auto ground = [&](int row) { return picture.at(22, header + row * record + 5); };
+    EXPECT_EQ(ground(0), white);
+    EXPECT_EQ(ground(1), 0xF2F2F2U);
+    EXPECT_EQ(ground(2), white); // the new record
 }
 
 } // namespace

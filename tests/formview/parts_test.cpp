@@ -89,6 +89,43 @@ TEST(Captions, ATextStaysInItsBox) {
     }
 }
 
+TEST(Captions, AWordIsDrawnNarrowerBeforeItIsBroken) {
+    const auto rows = [](int width) { // that have ink
+        QImage image = sheet(100, 40);
+        QPainter painter(&image);
+        drawText(painter, {QStringLiteral("ProductName"), {}}, fontOf({.name = {}, .points = 11}), Qt::black,
+                 {QRect(0, 0, width, 40)});
+        painter.end();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            bool hasInk = false;
+            for (int x = 0; x < image.width(); ++x) {
+                hasInk = hasInk || at(image, x, y) < 0x808080;
+            }
+            count += hasInk ? 1 : 0;
+        }
+        return count;
+    };
+    const QFontMetrics metrics(fontOf({.name = {}, .points = 11}));
+    const int whole = metrics.horizontalAdvance(QStringLiteral("ProductName"));
+    EXPECT_LT(rows(whole - 4), metrics.height());
+    EXPECT_GT(rows(whole / 2), metrics.height());
+}
+
+TEST(Captions, AJapaneseFaceHasAYenSignForTheBackslash) {
+    const auto drawn = [](const QString& caption, const Text& face) {
+        QImage image = sheet(60, 20);
+        QPainter painter(&image);
+        drawText(painter, {caption, {}}, fontOf({.name = face, .points = 9}), Qt::black,
+                 {QRect(2, 2, 56, 16)});
+        painter.end();
+        return image;
+    };
+    const QString backslash = QStringLiteral("\\450"), yen = QStringLiteral("¥450");
+    EXPECT_EQ(drawn(backslash, u"ＭＳ Ｐゴシック"), drawn(yen, u"ＭＳ Ｐゴシック"));
+    EXPECT_NE(drawn(backslash, u"Arial"), drawn(yen, u"Arial"));
+}
+
 TEST(Edges, EachEffectHasItsColoursAtTheCorner) {
     struct Case {
         Effect effect;
@@ -135,10 +172,11 @@ TEST(Edges, ABorderIsAsWideAsItsPointsSay) {
     EXPECT_EQ((Border{.style = 0, .points = 3, .colour = Qt::black}.pixels()), 0);
     QImage image = sheet(40, 30);
     QPainter painter(&image);
-    EXPECT_EQ(drawEdge(painter, QRect(5, 5, 20, 12), Effect::Flat, {1, 2, Qt::red}), QRect(8, 8, 14, 6));
+    EXPECT_EQ(drawEdge(painter, QRect(5, 5, 20, 12), Effect::Flat, {1, 2, Qt::red}), QRect(7, 7, 16, 8));
     painter.end();
-    EXPECT_EQ(at(image, 7, 10), 0xFF0000U);
-    EXPECT_EQ(at(image, 8, 10), 0xC0C0C0U);
+    EXPECT_EQ(at(image, 4, 10), 0xFF0000U); // one of three pixels outside
+    EXPECT_EQ(at(image, 6, 10), 0xFF0000U);
+    EXPECT_EQ(at(image, 7, 10), 0xC0C0C0U);
 }
 
 TEST(Edges, ADashedBorderHasGaps) {
@@ -234,6 +272,37 @@ TEST(StoredBitmaps, WhatClaimsMoreThanItHoldsIsNone) {
         access::readBitmap(bitmap(16384, 16384, 8, 1, {0}, {0, 1}))); // runs that would fill gigabytes
     EXPECT_FALSE(access::readBitmap(bitmap(1, static_cast<std::int32_t>(0x80000000), 8, 0, {}, {0})));
     EXPECT_FALSE(access::readBitmap(bitmap(1, 1, 7, 0, {}, {0, 0, 0, 0})));
+}
+
+TEST(StoredPictures, OfLaterVersionsAreFiles) {
+    const auto corner = [](const Bytes& bytes) {
+        QImage image = sheet(4, 4);
+        QPainter painter(&image);
+        StoredPicture::ofFile(bytes).draw(painter, QRect(0, 0, 4, 4), SizeMode::Clip,
+                                          PictureAlignment::TopLeft, {});
+        painter.end();
+        return at(image, 0, 0);
+    };
+    constexpr std::uint32_t ground = 0xC0C0C0;
+    const Picture picture{2, 1, {0x102030, 0}};
+    EXPECT_EQ(corner(pngFile(picture)), 0x102030U);
+    EXPECT_EQ(corner(bitmapFile(picture)), 0x102030U);
+    EXPECT_EQ(corner(bitmap(1, 1, 24, 0, {}, {3, 2, 1, 0})), 0x010203U);
+    EXPECT_EQ(corner(bitmap(1, 1, 32, 0, {}, {3, 2, 1, 0})), 0x010203U); // says nothing of what it covers
+    EXPECT_EQ(corner(bitmap(1, -2, 32, 0, {}, {3, 2, 1, 0, 3, 2, 1, 255})), ground);
+    EXPECT_EQ(corner(bitmap(1, 2, 32, 0, {}, {3, 2, 1, 0, 3, 2, 1, 255})), 0x010203U);
+    EXPECT_EQ(corner({0, 0, 0, 0}), ground); // no picture
+    const Bytes file = pngFile(picture);
+    for (const std::size_t length :
+         {std::size_t{4}, std::size_t{20}, std::size_t{50}, file.size() - 1}) { // no harm
+        corner(Bytes(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length)));
+    }
+}
+
+TEST(StoredPictures, OfASizeBeyondAllMeasureAreNone) {
+    QImage wide(5000, 1, QImage::Format_RGB32);
+    wide.fill(Qt::black);
+    EXPECT_FALSE(StoredPicture::ofFile(pngFile(pictureOf(wide))).isThere());
 }
 
 TEST(OleFields, ShowTheBitmapOfAPaintedPicture) {

@@ -5,6 +5,8 @@
 
 #include <QTextLayout>
 
+#include "formview/faces.h"
+
 namespace relvane::formview {
 namespace {
 
@@ -26,9 +28,21 @@ struct Lines {
         }
         layout.endLayout();
     }
+    bool breaksWord() const {
+        const auto isLetter = [&](int at) {
+            return layout.text()[at].unicode() < 0x80 && layout.text()[at].isLetterOrNumber();
+        };
+        for (int i = 1; i < layout.lineCount(); ++i) {
+            const int start = layout.lineAt(i).textStart();
+            if (isLetter(start - 1) && isLetter(start)) {
+                return true;
+            }
+        }
+        return false;
+    }
     bool fits(const QRect& box) const {
         if (layout.lineCount() > 1) {
-            return height <= box.height() + 1;
+            return height <= box.height() + 1 && !breaksWord();
         }
         return layout.lineCount() == 0 || layout.lineAt(0).naturalTextWidth() <= box.width();
     }
@@ -46,8 +60,11 @@ double leftOf(const QTextLine& line, const TextPlace& place) {
     }
 }
 
-QString drawnText(const QString& text) {
+QString drawnText(const QString& text, const QFont& font) {
     QString drawn = text;
+    if (showsYen(font)) {
+        drawn.replace(u'\\', u'¥');
+    }
     drawn.replace(QStringLiteral("\r\n"), QString(QChar::LineSeparator));
     drawn.replace(u'\r', QChar::LineSeparator).replace(u'\n', QChar::LineSeparator).replace(u'\t', u' ');
     return drawn;
@@ -85,7 +102,7 @@ void drawText(QPainter& painter, const Caption& caption, const QFont& font, cons
     if (caption.text.isEmpty() || place.box.width() < 1 || place.box.height() < 1) {
         return;
     }
-    const QString text = drawnText(caption.text);
+    const QString text = drawnText(caption.text, font);
     // Where there is no room for a second line, the first goes on to the edge.
     const bool wraps = place.wraps && place.box.height() >= 2 * QFontMetrics(font).height() - 2;
     QFont used =

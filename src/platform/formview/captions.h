@@ -32,7 +32,7 @@ struct TextPlace {
 };
 
 // Draws what the box holds: lines that it cannot hold whole are left out, but for the first. Our letters may be a little
-// wider than those for which the box was made: a text that would lose a line by that is drawn narrower.
+// wider than those for which the box was made: a text that would lose a line or break a word by that is drawn narrower.
 void drawText(QPainter& painter, const Caption& caption, const QFont& font, const QColor& colour,
               const TextPlace& place);
 

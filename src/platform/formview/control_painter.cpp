@@ -42,9 +42,10 @@ QRect drawGround(const Figure& figure) {
     return drawEdge(figure.painter(), figure.box, figure.look.effect, figure.look.border);
 }
 
-// Texts keep a pixel from the edge.
-QRect textBox(const QRect& inside) {
-    return inside.adjusted(1, 0, -1, 0);
+// Texts keep a pixel from the edge, and the margins that later versions have.
+QRect textBox(const Figure& figure, const QRect& inside) {
+    const auto margin = [&](TextView side) { return pixelsOfTwips(number(figure.control, side)); };
+    return inside.adjusted(1 + margin(u"LeftMargin"), margin(u"TopMargin"), -1 - margin(u"RightMargin"), 0);
 }
 
 // What the designer writes into a control that shows data.
@@ -62,13 +63,14 @@ void drawLabel(const Figure& figure) {
         !figure.scene.isDesigner && owner != nullptr && access::isControl(owner->type()) && isDimmed(*owner);
     drawText(figure.painter(), captionOf(qText(text(figure.control, u"Caption"))), figure.look.font,
              dimmed ? grey : figure.look.fore,
-             {textBox(inside), horizontalPlace(figure.look.align, HorizontalPlace::Left)});
+             {textBox(figure, inside), horizontalPlace(figure.look.align, HorizontalPlace::Left)});
 }
 
 void drawShownText(const Figure& figure, const QRect& inside, const ShownText& shown) {
     drawText(figure.painter(), {shown.text, {}}, figure.look.font, textColour(figure),
-             {textBox(inside), horizontalPlace(figure.look.align, shown.isNumber ? HorizontalPlace::Right
-                                                                                 : HorizontalPlace::Left)});
+             {textBox(figure, inside),
+              horizontalPlace(figure.look.align,
+                              shown.isNumber ? HorizontalPlace::Right : HorizontalPlace::Left)});
 }
 
 void drawTextBox(const Figure& figure) {
@@ -169,7 +171,7 @@ void drawButtonFace(const Figure& figure, bool pressed) {
     if (pressed) {
         inside.translate(1, 1);
     }
-    const StoredPicture picture = StoredPicture::ofProperty(figure.control.bytes(u"PictureData"));
+    const StoredPicture picture = StoredPicture::of(figure.control);
     if (picture.isThere()) {
         picture.draw(painter, inside, SizeMode::Clip, PictureAlignment::Centre,
                      qText(text(figure.control, u"Picture")));
@@ -309,7 +311,7 @@ void drawOptionGroup(const Figure& figure) {
 void drawImage(const Figure& figure) {
     const QRect inside = drawGround(figure);
     const QString name = qText(text(figure.control, u"Picture"));
-    const StoredPicture picture = StoredPicture::ofProperty(figure.control.bytes(u"PictureData"));
+    const StoredPicture picture = StoredPicture::of(figure.control);
     const auto alignment =
         static_cast<PictureAlignment>(std::clamp(number(figure.control, u"PictureAlignment", 2), 0, 5));
     const auto mode = static_cast<SizeMode>(number(figure.control, u"SizeMode"));

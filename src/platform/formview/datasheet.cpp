@@ -120,10 +120,11 @@ void drawDatasheet(QPainter& painter, QRect body, const access::Design& design, 
                                : record.isNew() ? SelectorSign::New
                                                 : SelectorSign::None);
         }
+        const QColor ground = alternateColour(root, u"DatasheetAlternateBackColor", row).value_or(back);
         x = body.left() + selector;
         for (const Column& column : columns) {
             const QRect cell(x, top, column.width, rowHeight);
-            painter.fillRect(cell, back);
+            painter.fillRect(cell, ground);
             if ((behaviour & across) != 0) {
                 painter.fillRect(cell.left(), cell.bottom(), cell.width(), 1, grid);
             }

@@ -79,6 +79,13 @@ Look lookOf(const DesignObject& control) {
     return look;
 }
 
+std::optional<QColor> alternateColour(const DesignObject& object, TextView property, std::size_t row) {
+    const auto value = object.value(property);
+    const auto* stored = value ? std::get_if<std::int64_t>(&*value) : nullptr;
+    return stored == nullptr || row % 2 == 0 ? std::nullopt
+                                             : std::optional(colourOf(static_cast<std::int32_t>(*stored)));
+}
+
 HorizontalPlace horizontalPlace(int align, HorizontalPlace general) {
     constexpr HorizontalPlace places[] = {HorizontalPlace::Left, HorizontalPlace::Centre,
                                           HorizontalPlace::Right, HorizontalPlace::Spread};

@@ -35,6 +35,9 @@ struct Look {
 };
 Look lookOf(const access::DesignObject& control);
 
+// The ground of every second record, in a design of a version that has it under that name.
+std::optional<QColor> alternateColour(const access::DesignObject& object, TextView property, std::size_t row);
+
 // `general` is where general alignment puts the text.
 HorizontalPlace horizontalPlace(int align, HorizontalPlace general);
 

@@ -125,7 +125,7 @@ void drawDesigner(QPainter& painter, QRect client, const access::Design& design,
         top += place.height();
     }
     form.setBottom(top - 1);
-    const StoredPicture picture = StoredPicture::ofProperty(root.bytes(u"PictureData"));
+    const StoredPicture picture = StoredPicture::of(root);
     const auto alignment =
         static_cast<PictureAlignment>(std::clamp(number(root, u"PictureAlignment", 2), 0, 5));
     for (const auto& entry : places) {

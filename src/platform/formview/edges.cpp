@@ -12,23 +12,23 @@ const QColor light = colourOf(ScreenPart::ButtonHighlight), shadow = colourOf(Sc
 constexpr int shadowDepth = 3;
 
 QRect drawBorder(QPainter& painter, QRect box, const Border& border) {
-    const int width = border.pixels();
+    const int width = border.pixels(), outside = border.outside();
     if (width == 0) {
         return box;
     }
+    const QRect outer = box.adjusted(-outside, -outside, outside, outside);
     if (border.style <= 1) {
         for (int i = 0; i < width; ++i) {
-            drawFrame(painter, box.adjusted(i, i, -i, -i), border.colour, border.colour);
+            drawFrame(painter, outer.adjusted(i, i, -i, -i), border.colour, border.colour);
         }
     } else {
         painter.save();
         painter.setBrush(Qt::NoBrush);
         painter.setPen(border.pen());
-        const int half = width / 2;
-        painter.drawRect(box.adjusted(half, half, -half - 1, -half - 1));
+        painter.drawRect(box.adjusted(0, 0, -1, -1));
         painter.restore();
     }
-    return box.adjusted(width, width, -width, -width);
+    return outer.adjusted(width, width, -width, -width);
 }
 
 } // namespace
@@ -116,28 +116,21 @@ QRect drawEdge(QPainter& painter, QRect box, Effect effect, const Border& border
         drawFrame(painter, box, shadow, light);
         drawFrame(painter, inner, light, shadow);
         return inner.adjusted(1, 1, -1, -1);
-    case Effect::Shadowed:
-        painter.fillRect(QRect(box.right() + 1, box.top() + shadowDepth, shadowDepth, box.height()), shadow);
-        painter.fillRect(QRect(box.left() + shadowDepth, box.bottom() + 1, box.width(), shadowDepth), shadow);
+    case Effect::Shadowed: {
+        const int outside = border.outside();
+        const QRect whole = box.adjusted(-outside, -outside, outside, outside);
+        painter.fillRect(QRect(whole.right() + 1, whole.top() + shadowDepth, shadowDepth, whole.height()),
+                         shadow);
+        painter.fillRect(QRect(whole.left() + shadowDepth, whole.bottom() + 1, whole.width(), shadowDepth),
+                         shadow);
         return drawBorder(painter, box, border);
+    }
     case Effect::Chiselled:
         painter.fillRect(QRect(box.left(), box.bottom() - 1, box.width(), 1), shadow);
         painter.fillRect(QRect(box.left(), box.bottom(), box.width(), 1), light);
         return box.adjusted(0, 0, 0, -2);
     }
     return box;
-}
-
-int edgeWidth(Effect effect, const Border& border) {
-    switch (effect) {
-    case Effect::Flat:
-    case Effect::Shadowed:
-        return border.pixels();
-    case Effect::Chiselled:
-        return 0;
-    default:
-        return 2;
-    }
 }
 
 } // namespace relvane::formview

@@ -1,5 +1,6 @@
 // Edges of sections, controls and windows: the special effects and the borders that a design may name, and those of
-// the screen itself. Each function draws inside of its box and gives back what it leaves inside.
+// the screen itself. Each function draws inside of its box and gives back what it leaves inside; wide borders alone
+// stand on the edge of the box, half of them outside, as neighbours share theirs.
 #pragma once
 
 #include <QPainter>
@@ -17,13 +18,12 @@ struct Border {
     QColor colour = Qt::black;
 
     int pixels() const; // 0 without one
+    int outside() const { return pixels() / 2; }
     QPen pen() const;
 };
 
 // An effect other than Flat goes before the border; a shadow has the border too.
 QRect drawEdge(QPainter& painter, QRect box, Effect effect, const Border& border);
-// How far the inside stands from the box.
-int edgeWidth(Effect effect, const Border& border);
 
 QRect drawButton(QPainter& painter, QRect box, bool pressed = false);             // two pixels
 QRect drawThinRaised(QPainter& painter, QRect box);                               // one pixel

@@ -7,9 +7,10 @@
 namespace relvane::formview {
 namespace {
 
-constexpr auto proportional = "Ume P Gothic", fixedPitch = "Ume Gothic", userInterface = "Ume UI Gothic",
-               proportionalMincho = "Ume P Mincho", mincho = "Ume Mincho", sans = "Liberation Sans",
-               narrow = "Liberation Sans Narrow", serif = "Liberation Serif", mono = "Liberation Mono";
+constexpr auto japaneseMaker = "Ume ", proportional = "Ume P Gothic", fixedPitch = "Ume Gothic",
+               userInterface = "Ume UI Gothic", proportionalMincho = "Ume P Mincho", mincho = "Ume Mincho",
+               sans = "Liberation Sans", narrow = "Liberation Sans Narrow", serif = "Liberation Serif",
+               mono = "Liberation Mono";
 
 constexpr struct {
     const char16_t* named;
@@ -70,6 +71,10 @@ QFont fontOf(const Face& face) {
     font.setHintingPreference(QFont::PreferFullHinting);
     font.setKerning(false);
     return font;
+}
+
+bool showsYen(const QFont& font) {
+    return font.family().startsWith(QLatin1String(japaneseMaker));
 }
 
 QFont screenFont(bool bold) {

@@ -16,6 +16,9 @@ struct Face {
 // On a screen of 96 dots to the inch. Letters that the face lacks come from a Japanese one.
 QFont fontOf(const Face& face);
 
+// Japanese faces of Windows have a yen sign where others have the backslash.
+bool showsYen(const QFont& font);
+
 // Of title bars and menus.
 QFont screenFont(bool bold = false);
 

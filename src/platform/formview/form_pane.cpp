@@ -252,7 +252,7 @@ void FormPane::drawSheets(QPainter& painter, QRect body) const {
     }
     const auto alignment =
         static_cast<PictureAlignment>(std::clamp(number(root_, u"PictureAlignment", 2), 0, 5));
-    const StoredPicture picture = StoredPicture::ofProperty(root_.bytes(u"PictureData"));
+    const StoredPicture picture = StoredPicture::of(root_);
     const int formWidth = pixelsOfTwips(number(root_, u"Width"));
     const QRect window = QRect(left, body.top(), width, body.height());
     const QRect ground = alignment == PictureAlignment::FormCentre
@@ -277,6 +277,9 @@ void FormPane::drawSheets(QPainter& painter, QRect body) const {
     int top = detail.top();
     for (std::size_t row = 0; sections_.detail != nullptr && row < rows && top <= detail.bottom(); ++row) {
         const QRect place(left, top, width, isSingle ? detail.height() : std::max(1, sections_.detailHeight));
+        if (const auto colour = alternateColour(*sections_.detail, u"AlternateBackColor", row)) {
+            painter.fillRect(place, *colour);
+        }
         drawSection(painter, *sections_.detail, place, row);
         if (selectors() > 0) {
             const SelectorSign sign = row == 0              ? SelectorSign::Current

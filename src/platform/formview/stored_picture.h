@@ -8,6 +8,7 @@
 #include <QString>
 
 #include "access/design_data.h"
+#include "access/design_tree.h"
 #include "access/ole_field.h"
 
 namespace relvane::formview {
@@ -21,8 +22,12 @@ QRect pictureBox(QSize size, QRect box, SizeMode mode, PictureAlignment alignmen
 
 class StoredPicture {
 public:
+    // Of a form or a control, which must outlive the picture: its PictureData, or the ImageData of later versions.
+    static StoredPicture of(const access::DesignObject& object);
     // The bytes of a property PictureData, which must outlive the picture.
     static StoredPicture ofProperty(access::ByteView bytes);
+    // The bytes of a property ImageData: a whole file (PNG, JPEG, GIF, BMP), or a bitmap without the header of a file.
+    static StoredPicture ofFile(access::ByteView bytes);
     // Of a property OleData: what was kept to show the object by.
     static StoredPicture ofObject(access::ByteView bytes);
     // Of an OLE field; the bytes likewise.
