@@ -117,6 +117,41 @@ TEST(FormViews, AFieldThatIsNotThereIsNamedSo) {
     EXPECT_GT(inkIn(picture, {22, 22, 96, 16}), 40); // #Name?
 }
 
+TEST(FormViews, ControlsAreComputedFromFieldsAndFromEachOther) {
+    const auto ink = [](std::string_view source) {
+        const Picture picture =
+            drawn("  TextBox 欄 at 300 300 size 1800 300 ControlSource \"" + std::string(source) +
+                      "\"\n  TextBox 二倍 at 300 900 size 1800 300 ControlSource \"=[番号]*2\"",
+                  "  set RecordSource 客");
+        return inkIn(picture, {22, 22, 116, 16});
+    };
+    const int one = ink("='2'"), none = ink("=無い関数(1)");
+    EXPECT_EQ(none, 0);
+    EXPECT_GT(one, 3);
+    EXPECT_EQ(ink("=[二倍] & ''"), one);
+    EXPECT_EQ(ink("=IIf(IsNull([名前]),'','2')"), one);
+    EXPECT_EQ(ink("=[欄]"), 0);
+    EXPECT_EQ(ink("=1/0"), 0);
+}
+
+TEST(FormViews, ControlsThatNameEachOtherInACircleAreBlank) {
+    const Picture picture = drawn("  TextBox 甲 at 300 300 size 1500 300 ControlSource \"=[乙]+1\"\n"
+                                  "  TextBox 乙 at 300 900 size 1500 300 ControlSource \"=[甲]+1\"",
+                                  "  set RecordSource 客");
+    EXPECT_EQ(inkIn(picture, {22, 22, 96, 16}), 0);
+}
+
+TEST(FormViews, TotalsAreMadeOfAllRecordsAlsoOfASingleForm) {
+    const auto ink = [](std::string_view source) {
+        return inkIn(drawn("  TextBox 欄 at 300 300 size 1800 300 TextAlign 1 ControlSource \"" +
+                               std::string(source) + "\"",
+                           "  set RecordSource 客"),
+                     {22, 22, 116, 16});
+    };
+    EXPECT_EQ(ink("=Sum([番号])"), ink("=6")); // 1 + 2 + 3
+    EXPECT_EQ(ink("=Count(*) & ''"), ink("=3 & ''"));
+}
+
 TEST(FormViews, AComboBoxShowsTheColumnThatIsNotHidden) {
     constexpr auto combo =
         "  ComboBox 得意先 at 300 300 size 2100 300 ControlSource 番号 RowSource \"SELECT 番号, 名前 "
@@ -265,6 +300,32 @@ TEST(FormViews, ASubformShowsTheRecordsThatBelongToTheMainOne) {
     EXPECT_GT(inkIn(free, {21, 21, 120, 40}), 60);
 }
 
+TEST(FormViews, AControlMayNameOneInASubform) {
+    const auto ink = [](std::string_view source) {
+        const Picture picture = drawn(
+            "  Subform 明細 at 300 1200 size 2400 1500 SourceObject \"Form.明細画面\" LinkChildFields 客番号 "
+            "LinkMasterFields 番号\n  TextBox 欄 at 300 300 size 1800 300 ControlSource \"" +
+                std::string(source) + "\"",
+            "  set RecordSource 客", lines);
+        return inkIn(picture, {22, 22, 116, 16});
+    };
+    EXPECT_GT(ink("='iiii'"), 3);
+    EXPECT_EQ(ink("=[明細].[Form]![品]"), ink("='iiii'"));
+    EXPECT_EQ(ink("=明細.Form!無い"), 0);
+}
+
+// The second subform goes by the record of the first, and that by the main form.
+TEST(FormViews, ASubformMayGoByTheRecordOfAnother) {
+    const Picture picture =
+        drawn("  Subform 先 at 300 150 size 2400 600 SourceObject \"Form.明細画面\" LinkChildFields 客番号 "
+              "LinkMasterFields 番号\n"
+              "  Subform 後 at 300 1200 size 2400 600 SourceObject \"Form.明細画面\" LinkChildFields 品 "
+              "LinkMasterFields \"[先].[Form]![品]\"",
+              "  set RecordSource 客", lines);
+    EXPECT_GT(inkIn(picture, {21, 11, 120, 18}), 5);
+    EXPECT_EQ(inkIn(picture, {21, 81, 120, 18}), inkIn(picture, {21, 11, 120, 18}));
+}
+
 TEST(FormViews, FormsThatHoldEachOtherEnd) {
     const Picture picture =
         drawn("  Subform 中 at 300 300 size 3600 2400 SourceObject \"Form.画面\"\n"
@@ -310,7 +371,7 @@ TEST(FormViews, AFormThatIsNotThereIsError2102) {
 
 TEST(FormViews, ARecordSourceThatCannotBeReadLeavesItsControlsBlank) {
     const Picture picture = drawn("  TextBox 名前 at 300 300 size 1500 300 ControlSource 名前",
-                                  "  set RecordSource \"SELECT 名前 FROM 客 GROUP BY 名前\"");
+                                  "  set RecordSource \"SELECT 名前 FROM 客 UNION SELECT 名前 FROM 客\"");
     EXPECT_EQ(inkIn(picture, {22, 22, 96, 16}), 0);
 }
 
@@ -384,6 +445,22 @@ TEST(FormViews, EveryFormOfARealApplicationIsDrawn) {
     if (const auto file = realSample("access97/afr.mdb")) {
         drawAll(*file, 6);
     }
+}
+
+// Every text box of the order and of its lines is computed or read: fields, expressions of a query, a total of the
+// subform, a sum of two controls.
+TEST(FormViews, ALaterApplicationShowsWhatItComputes) {
+    const auto file = realSample("later/northwind-2000-ja.mdb");
+    if (!file) {
+        return;
+    }
+    drawAll(*file, 22);
+    DrawnTarget target(*file);
+    const Picture order = target.use(u"受注"), quarters = target.use(u"四半期売上高");
+    EXPECT_GT(inkIn(order, {490, 165, 70, 12}), 40);    // the price of the first line
+    EXPECT_GT(inkIn(order, {475, 206, 90, 12}), 40);    // all lines
+    EXPECT_GT(inkIn(order, {475, 246, 90, 12}), 40);    // with freight
+    EXPECT_GT(inkIn(quarters, {150, 120, 330, 60}), 150); // a crosstab
 }
 
 // A form of Access 2010: its logo is a file of its own, and every second record has another ground.

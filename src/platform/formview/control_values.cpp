@@ -23,7 +23,7 @@ std::optional<Expression> sourceOf(const DesignObject& control) {
     if (source.find_first_of(u"[.!") != Text::npos) {
         return parseExpression(source);
     }
-    return Expression{{{FieldName{{}, source}, Null{}}}};
+    return Expression{.field = FieldName{{}, source}};
 }
 
 Value defaultValue(const DesignObject& control) {
@@ -33,11 +33,50 @@ Value defaultValue(const DesignObject& control) {
         source.remove_prefix(1);
     }
     const auto expression = parseExpression(source);
-    const bool isConstant = expression && expression->parts.size() == 1 && !expression->parts.front().field;
-    return isConstant ? expression->parts.front().constant : Value(Null{});
+    const bool standsAlone = expression && expression->fields().empty() && !expression->hasTotal();
+    return standsAlone ? valueOf(*expression, {}) : Value(Null{});
 }
 
-bool isNumber(const Value& value) {
+// A name is that of a field, or else of a control beside this one.
+Value namedValue(const DesignObject& control, const RecordInHand& record, const FieldName& name) {
+    constexpr int mostSteps = 16; // controls may name each other in a circle
+    if (name.inSubform) {
+        return record.ofSubform ? record.ofSubform(name) : Value(Null{});
+    }
+    const bool isOwn = equalsIgnoringCase(name.table, u"Form") || equalsIgnoringCase(name.table, u"Me");
+    const FieldName field{isOwn ? Text() : name.table, name.field};
+    if (record.records != nullptr && record.records->find(field)) {
+        return record.records->value(record.row, field);
+    }
+    const DesignObject* other = field.table.empty() ? control.design().findControl(field.field) : nullptr;
+    if (other == nullptr || other == &control || record.steps >= mostSteps) {
+        return Null{};
+    }
+    RecordInHand next = record;
+    ++next.steps;
+    return controlValue(*other, next);
+}
+
+Scope scopeOf(const DesignObject& control, const RecordInHand& record) {
+    Scope scope;
+    scope.field = [&](const FieldName& name) { return namedValue(control, record, name); };
+    if (record.all != nullptr) {
+        scope.inAllRecords = [&record](const Expression& operand) {
+            std::vector<Value> values;
+            Scope ofRow;
+            std::size_t row = 0;
+            ofRow.field = [&](const FieldName& name) { return record.all->value(row, name); };
+            for (; row < record.all->rows.size(); ++row) {
+                values.push_back(valueOf(operand, ofRow));
+            }
+            return values;
+        };
+    }
+    return scope;
+}
+
+// Others than a text: general alignment puts them to the right.
+bool goesRight(const Value& value) {
     return !std::holds_alternative<Null>(value) && !std::holds_alternative<Text>(value) &&
            !std::holds_alternative<Bytes>(value) && !std::holds_alternative<Guid>(value);
 }
@@ -45,7 +84,7 @@ bool isNumber(const Value& value) {
 ShownText shown(const Value& value, const DesignObject& control) {
     return {qText(formattedValue(value, text(control, u"Format"),
                                  number(control, u"DecimalPlaces", automaticDecimals))),
-            isNumber(value)};
+            goesRight(value)};
 }
 
 // Widths as stored, in twips with ";" between; an empty one is not said.
@@ -82,14 +121,26 @@ std::vector<Text> listItems(TextView list) {
 }
 
 Value controlValue(const DesignObject& control, const RecordInHand& record) {
-    const auto source = sourceOf(control);
-    if (text(control, u"ControlSource").empty()) {
+    const Text stored = text(control, u"ControlSource");
+    if (stored.empty()) {
         return defaultValue(control);
     }
-    if (!source || record.records == nullptr) {
+    const auto source = sourceOf(control);
+    if (!source || (record.isBound && record.records == nullptr)) {
         return Null{};
     }
-    return record.isNew() ? defaultValue(control) : record.records->value(record.row, *source);
+    if (record.isNew() && stored.front() != u'=') {
+        return defaultValue(control);
+    }
+    return valueOf(*source, scopeOf(control, record));
+}
+
+Value valueOfName(const DesignObject& beside, const RecordInHand& record, const Text& name) {
+    if (const DesignObject* control = beside.design().findControl(name)) {
+        return controlValue(*control, record);
+    }
+    const auto expression = parseExpression(name);
+    return valueOf(expression.value_or(Expression{.field = FieldName{{}, name}}), scopeOf(beside, record));
 }
 
 bool namesMissingField(const DesignObject& control, const RecordInHand& record) {
@@ -98,10 +149,8 @@ bool namesMissingField(const DesignObject& control, const RecordInHand& record) 
         return false;
     }
     const auto source = sourceOf(control);
-    if (!source || source->parts.size() != 1 || !source->parts.front().field) {
-        return false;
-    }
-    return record.records == nullptr || !record.records->find(*source->parts.front().field);
+    const bool isPlain = source && source->isField() && !source->field->inSubform;
+    return isPlain && (record.records == nullptr || !record.records->find(*source->field));
 }
 
 ShownText shownText(const DesignObject& control, const RecordInHand& record) {

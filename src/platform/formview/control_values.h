@@ -10,14 +10,20 @@ namespace relvane::formview {
 struct RecordInHand {
     const Records* records = nullptr; // none: the form has no record source, or one that cannot be read
     std::size_t row = 0;
-    bool isBound = false; // the form has a record source
+    bool isBound = false;                               // the form has a record source
+    const Records* all = nullptr;                       // what totals are made of
+    std::function<Value(const FieldName&)> ofSubform{}; // the value of a control in a subform
+    int steps = 0;                                      // by controls that name controls
 
     bool isNew() const { return records != nullptr && row >= records->rows.size(); }
 };
 
-// Null for what is not bound, not known, or would need to be computed. An unbound control has its default value, and so
-// has a bound one of the new record, where it is a constant.
+// Null for what is not bound, not known, or cannot be computed. An unbound control has its default value, and so has a
+// bound one of the new record, where it depends on nothing.
 Value controlValue(const access::DesignObject& control, const RecordInHand& record);
+
+// Of a field or control by its name, or of an expression, as a subform's link to its main form has it.
+Value valueOfName(const access::DesignObject& beside, const RecordInHand& record, const Text& name);
 
 // Whether the control names a field that the form does not have: it shows "#Name?".
 bool namesMissingField(const access::DesignObject& control, const RecordInHand& record);

@@ -61,6 +61,48 @@ std::vector<Text> fieldsOf(const access::Design& design) {
     return fields;
 }
 
+// What is totalled by a control; nothing where none does.
+std::optional<std::vector<Text>> totalledFields(const access::Design& design) {
+    std::optional<std::vector<Text>> fields;
+    for (const DesignObject* control : design.controls()) {
+        const Text source = text(*control, u"ControlSource");
+        const auto expression =
+            source.starts_with(u'=') ? parseExpression(TextView(source).substr(1)) : std::nullopt;
+        if (expression && expression->hasTotal()) {
+            fields = fields.value_or(std::vector<Text>());
+            for (const FieldName& name : expression->fields()) {
+                fields->push_back(name.field);
+            }
+        }
+    }
+    return fields;
+}
+
+// The form in a subform control, with the records that belong to the main one; nothing where there is no more room.
+std::optional<FormPane> openSubform(FormTarget& target, const DesignObject& control,
+                                    const RecordInHand& record, int depth) {
+    const Text name = formOf(control);
+    if (name.empty() || depth >= deepestSubform || --target.subformsLeft < 0) {
+        return std::nullopt;
+    }
+    std::shared_ptr<const access::Design> design;
+    skipErrors([&] { design = target.design(name); });
+    if (design == nullptr) {
+        return std::nullopt;
+    }
+    Links links;
+    const auto children = listItems(text(control, u"LinkChildFields"));
+    const auto masters = listItems(text(control, u"LinkMasterFields"));
+    for (std::size_t i = 0; i < std::min(children.size(), masters.size()); ++i) {
+        if (!children[i].empty() && !masters[i].empty()) {
+            const auto child = parseExpression(children[i]);
+            links.emplace_back(child && child->isField() ? *child->field : FieldName{{}, children[i]},
+                               valueOfName(control, record, masters[i]));
+        }
+    }
+    return FormPane(target, *design, depth + 1, std::move(links)); // the target keeps the design
+}
+
 } // namespace
 
 FormShape shapeOf(const access::Design& design) {
@@ -68,7 +110,7 @@ FormShape shapeOf(const access::Design& design) {
     return view == 0 ? FormShape::Single : view == 2 ? FormShape::Datasheet : FormShape::Continuous;
 }
 
-FormPane::FormPane(FormTarget& target, const access::Design& design, int depth, std::vector<Condition> links)
+FormPane::FormPane(FormTarget& target, const access::Design& design, int depth, Links links)
     : target_(target),
       design_(design),
       root_(design.root()),
@@ -91,20 +133,29 @@ FormPane::FormPane(FormTarget& target, const access::Design& design, int depth, 
 }
 
 // The stored filter waits until a person applies it; the order does not.
-void FormPane::readRecords(std::vector<Condition> links) {
+void FormPane::readRecords(Links links) {
     if (!isBound_) {
         return;
     }
     const bool isSingle = shape_ == FormShape::Single;
+    const Text source = text(root_, u"RecordSource");
     Wanted wanted{
-        .rows = isSingle ? 1 : mostShownRows, .fields = fieldsOf(design_), .conditions = std::move(links)};
+        .rows = isSingle ? 1 : mostShownRows, .fields = fieldsOf(design_), .links = std::move(links)};
     if (flag(root_, u"OrderByOn")) {
         wanted.order = parseOrder(text(root_, u"OrderBy")).value_or(std::vector<OrderKey>());
     }
-    records_ = target_.records().records(text(root_, u"RecordSource"), wanted);
+    records_ = target_.records().records(source, wanted);
+    if (const auto fields = totalledFields(design_)) {
+        all_ =
+            target_.records().records(source, {.rows = mostRows, .fields = *fields, .links = wanted.links});
+    }
     if (records_ && flag(root_, u"DataEntry")) {
-        records_->rows.clear();
-        records_->total = 0;
+        for (auto* emptied : {&records_, &all_}) {
+            if (*emptied) {
+                (*emptied)->rows.clear();
+                (*emptied)->total = 0;
+            }
+        }
     }
 }
 
@@ -123,7 +174,24 @@ std::size_t FormPane::shownRows() const {
 }
 
 RecordInHand FormPane::record(std::size_t row) const {
-    return {records_ ? &*records_ : nullptr, row, isBound_};
+    return {records_ ? &*records_ : nullptr, row, isBound_, all_ ? &*all_ : nullptr,
+            [this, row](const FieldName& name) { return subformValue(name, row); }};
+}
+
+Value FormPane::subformValue(const FieldName& name, std::size_t row) const {
+    const DesignObject* control = design_.findControl(name.table);
+    if (control == nullptr || control->type() != DesignType::Subform) {
+        return Null{};
+    }
+    const auto pane = openSubform(target_, *control, record(row), depth_);
+    return pane ? pane->firstValue(name.field) : Value(Null{});
+}
+
+Value FormPane::firstValue(TextView name) const {
+    const DesignObject* control = design_.findControl(name);
+    return control != nullptr ? controlValue(*control, record(0))
+           : records_         ? records_->value(0, {{}, Text(name)})
+                              : Value(Null{});
 }
 
 int FormPane::selectors() const {
@@ -313,36 +381,10 @@ Text formOf(const DesignObject& subform) {
 }
 
 void drawSubformInside(Scene& scene, const DesignObject& control, QRect box) {
-    const Text name = formOf(control);
     scene.painter.fillRect(box, Qt::white);
-    if (name.empty() || scene.depth >= deepestSubform || --scene.target.subformsLeft < 0) {
-        return;
+    if (const auto pane = openSubform(scene.target, control, scene.record, scene.depth)) {
+        pane->draw(scene.painter, box);
     }
-    std::shared_ptr<const access::Design> design;
-    skipErrors([&] { design = scene.target.design(name); });
-    if (design == nullptr) {
-        return;
-    }
-    std::vector<Condition> links;
-    const auto children = listItems(text(control, u"LinkChildFields"));
-    const auto masters = listItems(text(control, u"LinkMasterFields"));
-    for (std::size_t i = 0; i < std::min(children.size(), masters.size()); ++i) {
-        if (children[i].empty() || masters[i].empty()) {
-            continue;
-        }
-        const auto child = parseExpression(children[i]);
-        const FieldName field = child && child->parts.size() == 1 && child->parts.front().field
-                                    ? *child->parts.front().field
-                                    : FieldName{{}, children[i]};
-        const DesignObject* master = control.design().findControl(masters[i]);
-        const auto expression = parseExpression(masters[i]);
-        const Records* records = scene.record.records;
-        const Value value = master != nullptr                  ? controlValue(*master, scene.record)
-                            : records != nullptr && expression ? records->value(scene.record.row, *expression)
-                                                               : Value(Null{});
-        links.push_back({field, Condition::Comparison::Equal, value});
-    }
-    FormPane(scene.target, *design, scene.depth + 1, std::move(links)).draw(scene.painter, box);
 }
 
 } // namespace relvane::formview

@@ -22,12 +22,14 @@ constexpr int mostSubforms = 200; // in one picture
 class FormPane {
 public:
     // `links` are what a main form wants of the records of its subform.
-    FormPane(FormTarget& target, const access::Design& design, int depth = 0,
-             std::vector<Condition> links = {});
+    FormPane(FormTarget& target, const access::Design& design, int depth = 0, Links links = {});
 
     // What its window makes room for: the whole form where it sizes itself, else what was last seen of it.
     QSize naturalSize() const;
     void draw(QPainter& painter, QRect client) const;
+
+    // Of a control or a field, with the first record.
+    Value firstValue(TextView name) const;
 
 private:
     struct Sections {
@@ -37,7 +39,7 @@ private:
         int height() const { return headerHeight + detailHeight + footerHeight; }
     };
 
-    void readRecords(std::vector<Condition> links);
+    void readRecords(Links links);
     bool canAdd() const;
     std::size_t shownRows() const; // with the new record
     int selectors() const;
@@ -47,6 +49,7 @@ private:
     void drawGround(QPainter& painter, const access::DesignObject& section, QRect place) const;
     QRect drawBars(QPainter& painter, QRect client) const; // leaves the body
     RecordInHand record(std::size_t row) const;
+    Value subformValue(const FieldName& name, std::size_t row) const;
 
     FormTarget& target_;
     const access::Design& design_;
@@ -56,6 +59,7 @@ private:
     Sections sections_;
     bool isBound_;
     std::optional<Records> records_;
+    std::optional<Records> all_; // where something totals them; with the fields of totals alone
 };
 
 // The name of the form that a subform control holds.

@@ -11,7 +11,7 @@
 namespace relvane::formview {
 namespace {
 
-constexpr int deepestQuery = 16, oleType = 11, memoType = 12;
+constexpr int deepestQuery = 16, textType = 10, oleType = 11, memoType = 12;
 
 // Long values are read for the rows that are shown alone: until then their place holds the number of the row in the
 // table.
@@ -36,79 +36,58 @@ struct Relation {
     }
 };
 
-Value valueOf(const std::vector<Value>& row, const std::vector<std::optional<std::size_t>>& places,
-              const Expression& expression) {
-    const auto part = [&](std::size_t i) -> Value {
-        if (!expression.parts[i].field) {
-            return expression.parts[i].constant;
-        }
-        return places[i] ? row[*places[i]] : Value(Null{});
-    };
-    if (expression.parts.size() == 1) {
-        return part(0);
-    }
-    Text text;
-    for (std::size_t i = 0; i < expression.parts.size(); ++i) {
-        const Value value = part(i);
-        text += std::holds_alternative<Bytes>(value) ? Text() : toText(value);
-    }
-    return text;
-}
-
-template <class Fields>
-std::vector<std::optional<std::size_t>> placesOf(const Expression& expression, const Fields& fields) {
-    std::vector<std::optional<std::size_t>> places;
-    for (const Expression::Part& part : expression.parts) {
-        places.push_back(part.field ? fields.find(*part.field) : std::nullopt);
-    }
-    return places;
-}
-
-bool isNull(const Value& value) {
-    return std::holds_alternative<Null>(value);
-}
-
-bool isNumber(const Value& value) {
-    return std::holds_alternative<bool>(value) || std::holds_alternative<std::int64_t>(value) ||
-           std::holds_alternative<float>(value) || std::holds_alternative<double>(value) ||
-           std::holds_alternative<Currency>(value) || std::holds_alternative<Decimal>(value);
-}
-
-double numberOf(const Value& value) {
-    if (const auto* truth = std::get_if<bool>(&value)) {
-        return *truth ? -1 : 0;
-    }
-    return toDouble(value);
-}
-
-bool holds(Condition::Comparison comparison, const Value& value, const Value& constant) {
-    using enum Condition::Comparison;
-    if (comparison == IsNull || comparison == IsNotNull) {
-        return isNull(value) == (comparison == IsNull);
-    }
-    if (isNull(value)) {
-        return false;
-    }
-    const int order = compareValues(value, constant);
-    switch (comparison) {
-    case Equal:
-        return order == 0;
-    case Different:
-        return order != 0;
-    case Less:
-        return order < 0;
-    case LessOrEqual:
-        return order <= 0;
-    case Greater:
-        return order > 0;
-    default:
-        return order >= 0;
-    }
-}
+using Row = std::vector<Value>;
+using Group = std::vector<const Row*>;
 
 struct ValueOrder {
     bool operator()(const Value& left, const Value& right) const { return compareValues(left, right) < 0; }
 };
+struct RowOrder {
+    bool operator()(const Row& left, const Row& right) const {
+        return std::ranges::lexicographical_compare(left, right, ValueOrder());
+    }
+};
+
+// A row of the relation, and those of which totals are made.
+Scope scopeOf(const Relation& relation, const Row& row, const Group* group = nullptr) {
+    Scope scope;
+    scope.field = [&relation, &row](const FieldName& name) {
+        const auto place = relation.find(name);
+        return place && !relation.longFields[*place] ? row[*place] : Value(Null{});
+    };
+    if (group != nullptr) {
+        scope.inAllRecords = [&relation, group](const Expression& operand) {
+            std::vector<Value> values;
+            for (const Row* each : *group) {
+                values.push_back(valueOf(operand, scopeOf(relation, *each)));
+            }
+            return values;
+        };
+    }
+    return scope;
+}
+
+Row keysOf(const std::vector<OrderKey>& order, const Scope& scope) {
+    Row keys;
+    for (const OrderKey& key : order) {
+        keys.push_back(valueOf(key.value, scope));
+    }
+    return keys;
+}
+
+// Sorts what `keys` were made for.
+template <class What>
+void sortByKeys(std::vector<std::pair<Row, What>>& keyed, const std::vector<OrderKey>& order) {
+    std::ranges::stable_sort(keyed, [&](const auto& left, const auto& right) {
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            const int compared = compareValues(left.first[i], right.first[i]);
+            if (compared != 0) {
+                return order[i].descending ? compared > 0 : compared < 0;
+            }
+        }
+        return false;
+    });
+}
 
 class Reading {
 public:
@@ -140,10 +119,19 @@ public:
         }
         addNames(sql);
         auto relation = source(selection->source, depth);
-        if (!relation || !filter(*relation, selection->conditions) || !sort(*relation, selection->order)) {
+        if (!relation || !knowsAll(*relation, *selection)) {
             return std::nullopt;
         }
-        relation = project(std::move(*relation), *selection);
+        if (selection->where) {
+            std::erase_if(relation->rows,
+                          [&](const Row& row) { return !holds(*selection->where, scopeOf(*relation, row)); });
+        }
+        if (selection->isGrouped()) {
+            relation = grouped(*relation, *selection);
+        } else {
+            sort(*relation, selection->order);
+            relation = project(std::move(*relation), *selection);
+        }
         if (selection->distinct || (selection->distinctRow && !drawsOnAll(*selection))) {
             removeDoubles(*relation, selection->distinct);
         }
@@ -153,33 +141,36 @@ public:
         return relation;
     }
 
-    static bool filter(Relation& relation, const std::vector<Condition>& conditions) {
-        for (const Condition& condition : conditions) {
-            const auto place = relation.find(condition.field);
+    static bool link(Relation& relation, const Links& links) {
+        for (const auto& [field, value] : links) {
+            const auto place = relation.find(field);
             if (!place || relation.longFields[*place]) {
                 return false;
             }
-            std::erase_if(relation.rows, [&](const std::vector<Value>& row) {
-                return !holds(condition.comparison, row[*place], condition.constant);
+            std::erase_if(relation.rows, [&, wanted = &value](const Row& row) {
+                return isNull(row[*place]) || compareValues(row[*place], *wanted) != 0;
             });
         }
         return true;
     }
 
     static bool sort(Relation& relation, const std::vector<OrderKey>& order) {
-        for (auto key = order.rbegin(); key != order.rend(); ++key) {
-            const auto places = placesOf(key->value, relation);
-            for (std::size_t i = 0; i < places.size(); ++i) {
-                if (key->value.parts[i].field && (!places[i] || relation.longFields[*places[i]])) {
-                    return false;
-                }
+        std::vector<std::pair<Row, Row>> keyed;
+        for (const OrderKey& key : order) {
+            if (!knows(relation, key.value)) {
+                return false;
             }
-            std::ranges::stable_sort(relation.rows, [&](const auto& left, const auto& right) {
-                const int compared =
-                    compareValues(valueOf(left, places, key->value), valueOf(right, places, key->value));
-                return key->descending ? compared > 0 : compared < 0;
-            });
         }
+        if (order.empty()) {
+            return true;
+        }
+        for (Row& row : relation.rows) {
+            Row keys = keysOf(order, scopeOf(relation, row));
+            keyed.emplace_back(std::move(keys), std::move(row));
+        }
+        sortByKeys(keyed, order);
+        std::ranges::transform(keyed, relation.rows.begin(),
+                               [](auto& pair) { return std::move(pair.second); });
         return true;
     }
 
@@ -223,6 +214,25 @@ public:
     }
 
 private:
+    // What the rows depend on must be there; a column of something else just stays blank.
+    static bool knows(const Relation& relation, const Expression& expression) {
+        return std::ranges::all_of(expression.fields(), [&](const FieldName& name) {
+            const auto place = name.inSubform ? std::nullopt : relation.find(name);
+            return place && !relation.longFields[*place];
+        });
+    }
+
+    static bool knowsAll(const Relation& relation, const Selection& selection) {
+        const auto isKnown = [&](const Expression& expression) { return knows(relation, expression); };
+        return (!selection.where || isKnown(*selection.where)) &&
+               (!selection.having || isKnown(*selection.having)) &&
+               std::ranges::all_of(selection.groups, isKnown) &&
+               std::ranges::all_of(selection.order,
+                                   [&](const OrderKey& key) { return isKnown(key.value); }) &&
+               (!selection.crosstab ||
+                (isKnown(selection.crosstab->cell) && isKnown(selection.crosstab->pivot)));
+    }
+
     std::optional<Relation> tableRows(dao::TableDef& table, const Text& knownAs) {
         Relation relation;
         std::vector<std::optional<int>> positions; // in the table; none for what nobody asks for
@@ -261,7 +271,7 @@ private:
             std::vector<OrderKey> order;
             for (const auto& field : index->Fields()) {
                 order.push_back(
-                    {{{{FieldName{{}, field->FieldName}, Null{}}}}, (field->Attributes & 1) != 0});
+                    {Expression{.field = FieldName{{}, field->FieldName}}, (field->Attributes & 1) != 0});
             }
             sort(relation, order);
             return;
@@ -331,14 +341,14 @@ private:
     static Relation project(Relation from, const Selection& selection) {
         Relation result;
         result.isUpdatable = from.isUpdatable && !selection.distinct;
-        std::vector<std::function<Value(const std::vector<Value>&)>> makers;
+        std::vector<std::function<Value(const Row&)>> makers;
         const auto add = [&](std::size_t place, Text name) {
             result.fields.push_back(from.fields[place]);
             if (!name.empty()) {
                 result.fields.back().name = std::move(name);
             }
             result.longFields.push_back(from.longFields[place]);
-            makers.emplace_back([place](const std::vector<Value>& row) { return row[place]; });
+            makers.emplace_back([place](const Row& row) { return row[place]; });
         };
         for (const SelectedColumn& column : selection.columns) {
             if (column.all) {
@@ -349,16 +359,16 @@ private:
                 }
                 continue;
             }
-            const auto places =
-                column.value ? placesOf(*column.value, from) : std::vector<std::optional<std::size_t>>();
-            if (places.size() == 1 && places.front()) {
-                add(*places.front(), column.name);
+            const auto place =
+                column.value && column.value->isField() ? from.find(*column.value->field) : std::nullopt;
+            if (place) {
+                add(*place, column.name);
                 continue;
             }
-            result.fields.push_back({{}, column.name, 10});
+            result.fields.push_back({{}, column.name, textType});
             result.longFields.emplace_back();
-            makers.emplace_back([&column, places](const std::vector<Value>& row) {
-                return column.value ? valueOf(row, places, *column.value) : Value(Null{});
+            makers.emplace_back([&column, &from](const Row& row) {
+                return column.value ? valueOf(*column.value, scopeOf(from, row)) : Value(Null{});
             });
         }
         result.rows.reserve(from.rows.size());
@@ -369,6 +379,77 @@ private:
             }
         }
         return result;
+    }
+
+    // One row for the rows that are alike in the keys, or for all where there are none; in the order of the keys.
+    static Relation grouped(const Relation& from, const Selection& selection) {
+        std::map<Row, Group, RowOrder> groups;
+        for (const Row& row : from.rows) {
+            Row key;
+            for (const Expression& each : selection.groups) {
+                key.push_back(valueOf(each, scopeOf(from, row)));
+            }
+            groups[std::move(key)].push_back(&row);
+        }
+        const Row blank(from.fields.size());
+        if (selection.groups.empty() && !selection.crosstab) {
+            groups.try_emplace(Row());
+        }
+        const auto scopeOfGroup = [&](const Group& group) {
+            return scopeOf(from, group.empty() ? blank : *group.front(), &group);
+        };
+        std::vector<std::pair<Row, const Group*>> ordered;
+        for (const auto& [key, group] : groups) {
+            const Scope scope = scopeOfGroup(group);
+            if (!selection.having || holds(*selection.having, scope)) {
+                ordered.emplace_back(keysOf(selection.order, scope), &group);
+            }
+        }
+        sortByKeys(ordered, selection.order);
+
+        Relation result;
+        result.isUpdatable = false;
+        for (const SelectedColumn& column : selection.columns) {
+            const auto place =
+                column.value && column.value->isField() ? from.find(*column.value->field) : std::nullopt;
+            result.fields.push_back({{}, column.name, place ? from.fields[*place].type : textType});
+        }
+        const auto headings = headingsOf(from, selection.crosstab);
+        for (const Value& heading : headings) {
+            result.fields.push_back({{}, isNull(heading) ? Text(u"<>") : toText(heading), textType});
+        }
+        result.longFields.resize(result.fields.size());
+        for (const auto& [keys, group] : ordered) {
+            Row& made = result.rows.emplace_back();
+            for (const SelectedColumn& column : selection.columns) {
+                made.push_back(column.value ? valueOf(*column.value, scopeOfGroup(*group)) : Value(Null{}));
+            }
+            std::map<Value, Group, ValueOrder> cells;
+            for (const Row* row : headings.empty() ? Group() : *group) {
+                cells[valueOf(selection.crosstab->pivot, scopeOf(from, *row))].push_back(row);
+            }
+            for (const Value& heading : headings) {
+                const auto cell = cells.find(heading);
+                made.push_back(cell == cells.end()
+                                   ? Value(Null{})
+                                   : valueOf(selection.crosstab->cell, scopeOfGroup(cell->second)));
+            }
+        }
+        return result;
+    }
+
+    static std::vector<Value> headingsOf(const Relation& from, const std::optional<Crosstab>& crosstab) {
+        constexpr std::size_t mostColumns = 255;
+        if (!crosstab || !crosstab->headings.empty()) {
+            return crosstab ? crosstab->headings : std::vector<Value>();
+        }
+        std::set<Value, ValueOrder> found;
+        for (const Row& row : from.rows) {
+            if (found.size() < mostColumns) {
+                found.insert(valueOf(crosstab->pivot, scopeOf(from, row)));
+            }
+        }
+        return {found.begin(), found.end()};
     }
 
     static void removeDoubles(Relation& relation, bool sorts) {
@@ -401,9 +482,8 @@ private:
             if (column.all || !column.value) {
                 return isOfSource(column.table);
             }
-            return std::ranges::any_of(column.value->parts, [&](const Expression::Part& part) {
-                return part.field && isOfSource(part.field->table);
-            });
+            return std::ranges::any_of(column.value->fields(),
+                                       [&](const FieldName& field) { return isOfSource(field.table); });
         };
         return std::ranges::all_of(sources, [&](const Text& source) {
             return std::ranges::any_of(
@@ -437,40 +517,18 @@ std::optional<std::set<Text>> namesIn(const Wanted& wanted) {
     for (const Text& field : *wanted.fields) {
         names.insert(upperCase(field));
     }
-    for (const Condition& condition : wanted.conditions) {
-        names.insert(upperCase(condition.field.field));
+    for (const auto& link : wanted.links) {
+        names.insert(upperCase(link.first.field));
     }
     for (const OrderKey& key : wanted.order) {
-        for (const Expression::Part& part : key.value.parts) {
-            names.insert(part.field ? upperCase(part.field->field) : Text());
+        for (const FieldName& field : key.value.fields()) {
+            names.insert(upperCase(field.field));
         }
     }
     return names;
 }
 
 } // namespace
-
-int compareValues(const Value& left, const Value& right) {
-    if (isNull(left) || isNull(right)) {
-        return static_cast<int>(isNull(right)) - static_cast<int>(isNull(left));
-    }
-    if (isNumber(left) && isNumber(right)) {
-        const double first = numberOf(left), second = numberOf(right);
-        return first < second ? -1 : first > second ? 1 : 0;
-    }
-    if (isNumber(left) != isNumber(right) && !std::holds_alternative<Bytes>(left) &&
-        !std::holds_alternative<Bytes>(right)) { // the number of a field and that of a list of texts
-        const Text first = toText(left), second = toText(right);
-        return first < second ? -1 : first > second ? 1 : 0;
-    }
-    const auto* firstText = std::get_if<Text>(&left);
-    const auto* secondText = std::get_if<Text>(&right);
-    if (firstText != nullptr && secondText != nullptr) {
-        const Text first = upperCase(*firstText), second = upperCase(*secondText);
-        return first < second ? -1 : first > second ? 1 : 0;
-    }
-    return left < right ? -1 : right < left ? 1 : 0;
-}
 
 std::optional<std::size_t> Records::find(const FieldName& name) const {
     for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -482,8 +540,9 @@ std::optional<std::size_t> Records::find(const FieldName& name) const {
     return std::nullopt;
 }
 
-Value Records::value(std::size_t row, const Expression& expression) const {
-    return row < rows.size() ? valueOf(rows[row], placesOf(expression, *this), expression) : Value(Null{});
+Value Records::value(std::size_t row, const FieldName& field) const {
+    const auto place = row < rows.size() ? find(field) : std::nullopt;
+    return place ? rows[row][*place] : Value(Null{});
 }
 
 std::optional<Records> RecordSource::records(TextView source, const Wanted& wanted) const {
@@ -491,7 +550,7 @@ std::optional<Records> RecordSource::records(TextView source, const Wanted& want
         Reading reading(database_, namesIn(wanted));
         const Text name = bareName(source);
         auto relation = isStatement(source) ? reading.statement(source, 0) : reading.named(name, name, 0);
-        if (!relation || !Reading::filter(*relation, wanted.conditions)) {
+        if (!relation || !Reading::link(*relation, wanted.links)) {
             return std::nullopt;
         }
         Reading::sort(*relation, wanted.order);

@@ -22,14 +22,16 @@ struct Records {
     bool isUpdatable = true; // a new record can follow the last
 
     std::optional<std::size_t> find(const FieldName& name) const;
-    Value value(std::size_t row, const Expression& expression) const; // Null where there is no such field
+    Value value(std::size_t row, const FieldName& field) const; // Null where there is no such field or row
 };
+
+using Links = std::vector<std::pair<FieldName, Value>>; // fields that must have these values
 
 struct Wanted {
     std::size_t rows = 1;                      // as many as are shown
     std::optional<std::vector<Text>> fields{}; // those that are shown, others may be Null; without any: all
     std::vector<OrderKey> order{};             // goes before that of the source
-    std::vector<Condition> conditions{};       // beside those of the source
+    Links links{};                             // beside the conditions of the source
 };
 
 // Tables with more rows are read so far.
@@ -49,8 +51,5 @@ public:
 private:
     dao::Database& database_;
 };
-
-// Texts without regard to case, numbers by size; Null goes first.
-int compareValues(const Value& left, const Value& right);
 
 } // namespace relvane::formview

@@ -15,92 +15,13 @@ using jet::TokenReader;
 constexpr int deepestNesting = 64; // of joins in parentheses
 
 // Words that end a list of columns or sources.
-constexpr TextView clauses[] = {u"FROM", u"WHERE", u"ORDER", u"GROUP", u"HAVING", u"UNION", u"WITH", u"IN"};
+constexpr TextView clauses[] = {u"FROM",  u"WHERE", u"ORDER", u"GROUP", u"HAVING",
+                                u"UNION", u"WITH",  u"IN",    u"PIVOT"};
 constexpr TextView joinWords[] = {u"INNER", u"LEFT", u"RIGHT", u"JOIN", u"ON", u"AS", u"OUTER"};
 
 template <class Words>
 bool isOneOf(const Token& token, const Words& words) {
     return std::ranges::any_of(words, [&](TextView word) { return token.isWord(word); });
-}
-
-bool isPlainName(const Token& token) {
-    return token.kind == TokenKind::Name ||
-           (token.kind == TokenKind::Word && !isOneOf(token, clauses) && !isOneOf(token, joinWords));
-}
-
-std::optional<Value> dateIn(TextView text) { // month/day/year [hour:minute[:second]], as Jet keeps it
-    std::vector<int> numbers;
-    const std::string bytes = toUtf8(text);
-    for (const char *at = bytes.data(), *end = at + bytes.size(); at < end && numbers.size() < 6;) {
-        int number = 0;
-        const auto read = std::from_chars(at, end, number);
-        if (read.ec == std::errc()) {
-            numbers.push_back(number);
-        }
-        at = read.ec == std::errc() ? read.ptr : at + 1;
-    }
-    if (numbers.size() != 3 && numbers.size() < 5) {
-        return std::nullopt;
-    }
-    numbers.resize(6, 0);
-    int year = numbers[2];
-    year += year < 30 ? 2000 : year < 100 ? 1900 : 0;
-    return DateTime{year, numbers[0], numbers[1], numbers[3], numbers[4], numbers[5]};
-}
-
-std::optional<Value> constantIn(TokenReader& tokens) {
-    const bool negative = tokens.takeSign(u"-");
-    const Token& token = tokens.peek();
-    std::optional<Value> constant;
-    if (token.kind == TokenKind::Number) {
-        try {
-            const double number = toDouble(Text(token.text));
-            constant = negative ? -number : number;
-        } catch (const RunTimeError&) {
-        }
-    } else if (negative) {
-        return std::nullopt;
-    } else if (token.kind == TokenKind::String) {
-        constant = token.value();
-    } else if (token.kind == TokenKind::Date) {
-        constant = dateIn(token.text);
-    } else if (token.isWord(u"True") || token.isWord(u"Yes") || token.isWord(u"On")) {
-        constant = true;
-    } else if (token.isWord(u"False") || token.isWord(u"No") || token.isWord(u"Off")) {
-        constant = false;
-    }
-    if (constant) {
-        tokens.take();
-    }
-    return constant;
-}
-
-// "F", "T.F", "T!F".
-std::optional<FieldName> fieldIn(TokenReader& tokens) {
-    if (!isPlainName(tokens.peek())) {
-        return std::nullopt;
-    }
-    FieldName name{{}, Text(tokens.take().text)};
-    if ((tokens.peek().isSign(u".") || tokens.peek().isSign(u"!")) && tokens.peek(1).isName()) {
-        tokens.take();
-        name = {name.field, Text(tokens.take().text)};
-    }
-    return name;
-}
-
-// Without the operators and calls that would need to be computed.
-std::optional<Expression> expressionIn(TokenReader& tokens) {
-    Expression expression;
-    do {
-        if (auto constant = constantIn(tokens)) {
-            expression.parts.push_back({std::nullopt, std::move(*constant)});
-        } else if (auto field = fieldIn(tokens)) {
-            expression.parts.push_back({std::move(field), Null{}});
-        } else {
-            return std::nullopt;
-        }
-    } while (tokens.takeSign(u"&"));
-    return expression;
 }
 
 // Behind the whole of a column, a key of an order or a list of them.
@@ -148,8 +69,8 @@ std::optional<SelectedColumn> columnIn(TokenReader& tokens) {
         tokens = whole;
         column.value.reset();
         skipItem(tokens);
-    } else if (column.value->parts.size() == 1 && column.value->parts.front().field) {
-        column.name = column.value->parts.front().field->field;
+    } else if (column.value->isField()) {
+        column.name = column.value->field->field;
     }
     return readAlias(tokens, column.name) ? std::optional(column) : std::nullopt;
 }
@@ -223,64 +144,16 @@ std::optional<Source> sourceIn(TokenReader& tokens, int depth) {
     return left;
 }
 
-std::optional<Condition::Comparison> comparisonIn(TokenReader& tokens) {
-    using enum Condition::Comparison;
-    constexpr struct {
-        TextView sign;
-        Condition::Comparison comparison;
-    } signs[] = {{u"=", Equal},           {u"<>", Different}, {u"<=", LessOrEqual},
-                 {u">=", GreaterOrEqual}, {u"<", Less},       {u">", Greater}};
-    for (const auto& sign : signs) {
-        if (tokens.takeSign(sign.sign)) {
-            return sign.comparison;
-        }
-    }
-    if (tokens.takeWord(u"IS")) {
-        const bool isNot = tokens.takeWord(u"NOT");
-        return tokens.takeWord(u"NULL") ? std::optional(isNot ? IsNotNull : IsNull) : std::nullopt;
-    }
-    return std::nullopt;
-}
-
-// Comparisons that all hold: their parentheses then say nothing, and are left out before. A call shows itself as a
-// name before a name, a choice by its OR.
-std::optional<std::vector<Condition>> conditionsIn(TokenReader& tokens) {
-    std::vector<Token> plain;
-    while (!(tokens.atEnd() || tokens.peek().isSign(u";") || isOneOf(tokens.peek(), clauses))) {
-        const Token& token = tokens.take();
-        if (!token.isSign(u"(") && !token.isSign(u")")) {
-            plain.push_back(token);
-        }
-    }
-    TokenReader reader(plain);
-    std::vector<Condition> conditions;
+std::optional<std::vector<Expression>> expressionsIn(TokenReader& tokens) {
+    std::vector<Expression> expressions;
     do {
-        auto field = fieldIn(reader);
-        if (field && reader.takeWord(u"BETWEEN")) {
-            auto least = constantIn(reader);
-            auto most = least && reader.takeWord(u"AND") ? constantIn(reader) : std::nullopt;
-            if (!most) {
-                return std::nullopt;
-            }
-            conditions.push_back({*field, Condition::Comparison::GreaterOrEqual, std::move(*least)});
-            conditions.push_back({*field, Condition::Comparison::LessOrEqual, std::move(*most)});
-            continue;
-        }
-        const auto comparison = field ? comparisonIn(reader) : std::nullopt;
-        if (!comparison) {
+        auto expression = expressionIn(tokens);
+        if (!expression) {
             return std::nullopt;
         }
-        Condition condition{std::move(*field), *comparison, Null{}};
-        if (condition.comparison < Condition::Comparison::IsNull) {
-            auto constant = constantIn(reader);
-            if (!constant) {
-                return std::nullopt;
-            }
-            condition.constant = std::move(*constant);
-        }
-        conditions.push_back(std::move(condition));
-    } while (reader.takeWord(u"AND"));
-    return reader.atEnd() ? std::optional(conditions) : std::nullopt;
+        expressions.push_back(std::move(*expression));
+    } while (tokens.takeSign(u","));
+    return expressions;
 }
 
 std::optional<std::vector<OrderKey>> orderIn(TokenReader& tokens) {
@@ -313,11 +186,8 @@ auto readAll(TextView text, Read read) -> decltype(read(std::declval<TokenReader
     return tokens.atEnd() ? result : std::nullopt;
 }
 
-std::optional<Selection> selectionIn(TokenReader& tokens) {
-    Selection selection;
-    if (!tokens.takeWord(u"SELECT")) {
-        return std::nullopt;
-    }
+// Behind SELECT.
+bool readPredicates(TokenReader& tokens, Selection& selection) {
     for (;;) {
         if (tokens.takeWord(u"DISTINCT")) {
             selection.distinct = true;
@@ -326,46 +196,102 @@ std::optional<Selection> selectionIn(TokenReader& tokens) {
         } else if (tokens.takeWord(u"TOP")) {
             selection.top = numberIn(tokens);
             if (!selection.top || tokens.takeWord(u"PERCENT")) {
-                return std::nullopt;
+                return false;
             }
         } else if (!tokens.takeWord(u"ALL")) {
-            break;
+            return true;
         }
     }
+}
+
+bool readColumnsAndSource(TokenReader& tokens, Selection& selection) {
     do {
         auto column = columnIn(tokens);
         if (!column) {
-            return std::nullopt;
+            return false;
         }
         selection.columns.push_back(std::move(*column));
     } while (tokens.takeSign(u","));
     auto source = tokens.takeWord(u"FROM") ? sourceIn(tokens, 0) : std::nullopt;
-    if (!source) {
-        return std::nullopt;
+    if (source) {
+        selection.source = std::move(*source);
     }
-    selection.source = std::move(*source);
-    if (tokens.takeWord(u"WHERE")) {
-        auto conditions = conditionsIn(tokens);
-        if (!conditions) {
+    return source.has_value();
+}
+
+// "WHERE .." as `place`, where it is there.
+bool readCondition(TokenReader& tokens, TextView word, std::optional<Expression>& place) {
+    if (tokens.takeWord(word)) {
+        place = expressionIn(tokens);
+        return place.has_value();
+    }
+    return true;
+}
+
+template <class List, class Read>
+bool readList(TokenReader& tokens, TextView word, List& place, Read read) {
+    if (tokens.takeWord(word)) {
+        auto list = tokens.takeWord(u"BY") ? read(tokens) : std::nullopt;
+        if (!list) {
+            return false;
+        }
+        place = std::move(*list);
+    }
+    return true;
+}
+
+// At the end of a crosstab: "PIVOT heading [IN (..)]".
+bool readPivot(TokenReader& tokens, Crosstab& crosstab) {
+    auto pivot = tokens.takeWord(u"PIVOT") ? expressionIn(tokens) : std::nullopt;
+    if (!pivot) {
+        return false;
+    }
+    // "x IN (..)" was read as a condition: its operands are the heading and the list.
+    if (pivot->function != nullptr && pivot->function->name == u"IN") {
+        for (std::size_t i = 1; i < pivot->operands.size(); ++i) {
+            if (!pivot->operands[i].isConstant()) {
+                return false;
+            }
+            crosstab.headings.push_back(pivot->operands[i].constant);
+        }
+        Expression heading = std::move(pivot->operands.front());
+        pivot = std::move(heading);
+    }
+    crosstab.pivot = std::move(*pivot);
+    return true;
+}
+
+std::optional<Selection> selectionIn(TokenReader& tokens) {
+    Selection selection;
+    if (tokens.takeWord(u"TRANSFORM")) {
+        auto cell = expressionIn(tokens);
+        Text alias;
+        if (!cell || !readAlias(tokens, alias)) {
             return std::nullopt;
         }
-        selection.conditions = std::move(*conditions);
+        selection.crosstab = Crosstab{std::move(*cell), {}, {}};
     }
-    if (tokens.takeWord(u"ORDER")) {
-        auto order = tokens.takeWord(u"BY") ? orderIn(tokens) : std::nullopt;
-        if (!order) {
-            return std::nullopt;
-        }
-        selection.order = std::move(*order);
-    }
-    if (tokens.takeWord(u"WITH")) { // OWNERACCESS OPTION
+    const bool isRead = tokens.takeWord(u"SELECT") && readPredicates(tokens, selection) &&
+                        readColumnsAndSource(tokens, selection) &&
+                        readCondition(tokens, u"WHERE", selection.where) &&
+                        readList(tokens, u"GROUP", selection.groups, expressionsIn) &&
+                        readCondition(tokens, u"HAVING", selection.having) &&
+                        readList(tokens, u"ORDER", selection.order, orderIn) &&
+                        (!selection.crosstab || readPivot(tokens, *selection.crosstab));
+    if (isRead && tokens.takeWord(u"WITH")) { // OWNERACCESS OPTION
         tokens.take();
         tokens.take();
     }
-    return selection;
+    return isRead ? std::optional(std::move(selection)) : std::nullopt;
 }
 
 } // namespace
+
+bool Selection::isGrouped() const {
+    return !groups.empty() || crosstab || std::ranges::any_of(columns, [](const SelectedColumn& column) {
+        return column.value && column.value->hasTotal();
+    });
+}
 
 std::optional<Selection> parseSelection(TextView statement) {
     return readAll(statement, selectionIn);
@@ -373,14 +299,6 @@ std::optional<Selection> parseSelection(TextView statement) {
 
 std::optional<std::vector<OrderKey>> parseOrder(TextView order) {
     return readAll(order, orderIn);
-}
-
-std::optional<std::vector<Condition>> parseConditions(TextView conditions) {
-    return readAll(conditions, conditionsIn);
-}
-
-std::optional<Expression> parseExpression(TextView expression) {
-    return readAll(expression, expressionIn);
 }
 
 std::vector<Text> formsNamedIn(TextView text) {

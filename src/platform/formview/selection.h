@@ -1,29 +1,12 @@
-// A selection as far as a form's records need it: plain columns, texts put together with "&", sources joined by equal
-// fields, comparisons of a field with a constant, an order. What goes beyond that is not understood.
+// A selection as far as a form's records need it: columns that can be computed from the records, sources joined by equal
+// fields, conditions, groups, crosstabs, an order. What goes beyond that is not understood.
 #pragma once
 
 #include <memory>
-#include <optional>
-#include <vector>
 
-#include "jet/query_lexer.h"
-#include "platform/value.h"
+#include "formview/expression.h"
 
 namespace relvane::formview {
-
-struct FieldName {
-    Text table; // empty when not said
-    Text field;
-};
-
-// The value of one part, or the texts of several one behind the other.
-struct Expression {
-    struct Part {
-        std::optional<FieldName> field; // or else
-        Value constant = Null{};
-    };
-    std::vector<Part> parts;
-};
 
 struct SelectedColumn {
     std::optional<Expression> value; // nothing: it is not understood and stays blank
@@ -47,16 +30,15 @@ struct Join {
     std::vector<std::pair<FieldName, FieldName>> equal; // on either side of the sign
 };
 
-struct Condition {
-    enum class Comparison { Equal, Different, Less, LessOrEqual, Greater, GreaterOrEqual, IsNull, IsNotNull };
-    FieldName field;
-    Comparison comparison = Comparison::Equal;
-    Value constant = Null{};
-};
-
 struct OrderKey {
     Expression value;
     bool descending = false;
+};
+
+// Of a crosstab: behind the columns one for each value of the pivot, with the cell of that value and the row.
+struct Crosstab {
+    Expression cell, pivot;
+    std::vector<Value> headings; // all that there may be; without any those that are found, rising
 };
 
 struct Selection {
@@ -65,15 +47,18 @@ struct Selection {
     std::optional<std::size_t> top;
     std::vector<SelectedColumn> columns;
     Source source;
-    std::vector<Condition> conditions; // all of them hold
+    std::optional<Expression> where;
+    std::vector<Expression> groups; // of rows that are alike in these
+    std::optional<Expression> having;
+    std::optional<Crosstab> crosstab;
     std::vector<OrderKey> order;
+
+    bool isGrouped() const; // one row for a group, or for all rows when a column has a total
 };
 
 // Nothing for a statement that is not understood, but for single columns.
 std::optional<Selection> parseSelection(TextView statement);
-std::optional<std::vector<OrderKey>> parseOrder(TextView order);            // as behind ORDER BY
-std::optional<std::vector<Condition>> parseConditions(TextView conditions); // as behind WHERE
-std::optional<Expression> parseExpression(TextView expression);             // without the "=" of a control
+std::optional<std::vector<OrderKey>> parseOrder(TextView order); // as behind ORDER BY
 
 // The forms that a text names as Forms!Name, in the order of the text.
 std::vector<Text> formsNamedIn(TextView text);
