@@ -102,10 +102,10 @@ TEST(PageMap, ABitmapInARowCountsFromItsFirstPage) {
     map[1] = 2;      // first page
     map[5] = 0x81;   // pages 2 and 9
     map[6] = 0x01;   // page 10
-    map[132] = 0xFF; // pages that the file does not have
+    map[132] = 0xFF; // pages that the file does not have, of which the first is named
     bare.putRows(1, 0, {map});
     const auto file = bare.open();
-    EXPECT_EQ(readPageMap(*file, {1, 0}), (std::vector<std::uint32_t>{2, 9, 10}));
+    EXPECT_EQ(readPageMap(*file, {1, 0}), (std::vector<std::uint32_t>{2, 9, 10, 1018}));
 }
 
 TEST(PageMap, MapPagesCoverAStretchEach) {
@@ -114,7 +114,8 @@ TEST(PageMap, MapPagesCoverAStretchEach) {
     bare.at(3, 0) = 5;
     bare.at(3, 4) = 0x30;
     const auto file = bare.open();
-    EXPECT_EQ(readPageMap(*file, {1, 0}), std::vector<std::uint32_t>()); // its stretch lies behind the file
+    // Its stretch lies behind the file: the first page that is missing is named.
+    EXPECT_EQ(readPageMap(*file, {1, 0}), (std::vector<std::uint32_t>{16356}));
     EXPECT_EQ(readPageMap(*file, {1, 2}), (std::vector<std::uint32_t>{4, 5}));
     EXPECT_EQ(errorOf([&] { readPageMap(*file, {1, 1}); }), 3049); // the same page twice
     EXPECT_EQ(errorOf([&] { readPageMap(*file, {1, 3}); }), 3049); // an unknown kind
