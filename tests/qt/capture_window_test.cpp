@@ -10,7 +10,7 @@
 
 #include "formview/form_painter.h"
 #include "platform/native_path.h"
-#include "program_window.h"
+#include "program_test.h"
 #include "qt/picture_view.h"
 #include "qt/qt_clipboard.h"
 
@@ -31,19 +31,17 @@ Picture plain(int width, int height, std::uint32_t colour) {
 
 } // namespace
 
-class CaptureWindowTest : public QObject {
+class CaptureWindowTest : public ProgramTest {
     Q_OBJECT
 
-    std::filesystem::path home_ = std::filesystem::current_path();
     QtClipboard clipboard_;
-    std::unique_ptr<Program> program_;
     std::unique_ptr<CaptureWindow> viewer_;
 
     FrmRelvane& form() { return program_->desk->frmRelvane; }
     FrmCapture& viewerForm() { return program_->desk->frmCapture; }
     PictureView* shown() { return viewer_->findChild<PictureView*>(QStringLiteral("picWk")); }
     QAction* entry(const char* name) { return viewer_->findChild<QAction*>(QLatin1String(name)); }
-    void capture() { QTest::mouseClick(program_->get<QPushButton>("cmdFmImage"), Qt::LeftButton); }
+    void capture() { QTest::mouseClick(get<QPushButton>("cmdFmImage"), Qt::LeftButton); }
     void captureAndWait() {
         capture();
         QTRY_VERIFY_WITH_TIMEOUT(viewer_->isVisible(), 10000);
@@ -55,30 +53,29 @@ class CaptureWindowTest : public QObject {
         QCoreApplication::processEvents(); // what the desktop says to the window it has shown
     }
 
-private slots:
+protected slots:
     void init() {
-        program_ = std::make_unique<Program>();
+        ProgramTest::init();
         program_->platform.clipboard = &clipboard_;
         program_->platform.newTargetApplication = [] {
             return access::newTargetApplication({}, formview::newFormPainter);
         };
         viewer_ =
             std::make_unique<CaptureWindow>(*program_->window, program_->desk->frmCapture, *program_->events);
-        QVERIFY(QTest::qWaitForWindowActive(program_->window.get()));
         QVERIFY(program_->select());
-        program_->get<QLineEdit>("txtCapTime")->setText(QString());
-        QTest::keyClicks(program_->get<QLineEdit>("txtCapTime"), QStringLiteral("1"));
+        get<QLineEdit>("txtCapTime")->setText(QString());
+        QTest::keyClicks(get<QLineEdit>("txtCapTime"), QStringLiteral("1"));
         clipboard_.Clear();
     }
 
     void cleanup() {
         viewer_.reset();
-        program_.reset();
-        std::filesystem::current_path(home_); // start-up changes it
+        end();
     }
 
+private slots:
     void theWindowsGoAndComeAroundTheWait() {
-        QVERIFY(program_->get<QPushButton>("cmdFmImage")->isVisible());
+        QVERIFY(get<QPushButton>("cmdFmImage")->isVisible());
         capture();
         QVERIFY(!program_->window->isVisible());
         QVERIFY(!viewer_->isVisible());
@@ -112,7 +109,7 @@ private slots:
     void designViewIsAnotherPicture() {
         captureAndWait();
         const QImage inUse = shown()->image();
-        program_->get<QCheckBox>("chkCapKbn")->click();
+        get<QCheckBox>("chkCapKbn")->click();
         captureAndWait();
         QVERIFY(!shown()->image().isNull());
         QVERIFY(shown()->image() != inUse);
@@ -170,7 +167,7 @@ private slots:
     }
 
     void aMainWindowThatWasLeftHiddenComesBackWhenItIsAskedFor() {
-        QTest::keyClick(program_->get<QLineEdit>("txtCapTime"), Qt::Key_Backspace);
+        QTest::keyClick(get<QLineEdit>("txtCapTime"), Qt::Key_Backspace);
         capture(); // a time that cannot be read
         QCOMPARE(program_->person.boxes.size(), std::size_t{1});
         QVERIFY(!program_->window->isVisible());
@@ -179,7 +176,7 @@ private slots:
         QVERIFY(form().Visible);
         form().txtMesege.Caption = u"まだ見えている"; // nothing hides it again
         QVERIFY(program_->window->isVisible());
-        QVERIFY(program_->get<QPushButton>("cmdFmImage")->isEnabled());
+        QVERIFY(get<QPushButton>("cmdFmImage")->isEnabled());
     }
 
     void everyFormOfTheTargetsIsTakenAndNoByteOfThemChanges() {
@@ -190,7 +187,7 @@ private slots:
         for (const auto& target : targets) {
             const QByteArray before = contentOf(target);
             program_->person.file = textOfNativePath(target.string());
-            program_->get<QAction>("m1a")->trigger();
+            get<QAction>("m1a")->trigger();
             program_->person.boxes.clear();
             QVERIFY(form().cboFmImage.ListCount() > 0);
             for (int i = 0; i < form().cboFmImage.ListCount(); ++i) {

@@ -9,37 +9,19 @@
 #include <QRadioButton>
 #include <QScrollArea>
 
-#include "program_window.h"
+#include "program_test.h"
 #include "qt/gauge_line.h"
 #include "qt/preview_canvas.h"
 
 using namespace relvane;
 using namespace relvane::qt;
 
-class MainWindowTest : public QObject {
+class MainWindowTest : public ProgramTest {
     Q_OBJECT
 
-    std::filesystem::path home_ = std::filesystem::current_path();
-    std::unique_ptr<Program> program_;
-
-    template <class Type>
-    Type* get(const char* name) {
-        return program_->get<Type>(name);
-    }
     void click(const char* name) { QTest::mouseClick(get<QPushButton>(name), Qt::LeftButton); }
 
 private slots:
-    void init() {
-        program_ = std::make_unique<Program>();
-        QVERIFY(program_->window->isVisible());
-        QVERIFY(QTest::qWaitForWindowActive(program_->window.get()));
-    }
-
-    void cleanup() {
-        program_.reset();
-        std::filesystem::current_path(home_); // start-up changes it
-    }
-
     void itStartsWithItsMenusAlone() {
         QCOMPARE(program_->window->windowTitle(), QStringLiteral("Relvane97 Ver 2.0"));
         for (const QPushButton* button : program_->window->centralWidget()->findChildren<QPushButton*>()) {

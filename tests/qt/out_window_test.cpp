@@ -3,35 +3,24 @@
 #include <QGroupBox>
 #include <QPushButton>
 
-#include "program_window.h"
+#include "menu_window_test.h"
 
 using namespace relvane;
 using namespace relvane::qt;
 
-class OutWindowTest : public QObject {
+class OutWindowTest : public MenuWindowTest {
     Q_OBJECT
 
-    std::filesystem::path home_ = std::filesystem::current_path();
-    std::unique_ptr<Program> program_;
-
-    template <class Type>
-    Type* get(const char* name) {
-        return program_->out->findChild<Type*>(QLatin1String(name));
-    }
-    void click(const char* name) { QTest::mouseClick(get<QPushButton>(name), Qt::LeftButton); }
-    void open() {
-        program_->get<QAction>("m9")->trigger();
-        QVERIFY(QTest::qWaitForWindowActive(program_->out.get()));
-    }
+    QWidget& opened() const override { return *program_->out; }
     void analyseQueries() {
-        program_->get<QPushButton>("cmdQuery")->click();
+        get<QPushButton>("cmdQuery")->click();
         QTRY_VERIFY(program_->window->isEnabled()); // behind the events of the run
     }
     // The names of the buttons that can be pressed, in their order.
     QString openButtons() {
         QStringList names;
         for (const Control* control : program_->desk->frmOut.controls()) {
-            const auto* const button = get<QPushButton>(control->widgetName().c_str());
+            const auto* const button = inside<QPushButton>(control->widgetName().c_str());
             if (button != nullptr && button->isEnabled()) {
                 names << button->objectName();
             }
@@ -46,33 +35,19 @@ class OutWindowTest : public QObject {
         program_->person.file = fromQtPath(QString::fromStdString((program_->folder / name).string()));
     }
 
+public:
+    OutWindowTest() : MenuWindowTest("m9") {}
+
 private slots:
-    void init() {
-        program_ = std::make_unique<Program>();
-        QVERIFY(QTest::qWaitForWindowActive(program_->window.get()));
-    }
-
-    void cleanup() {
-        program_.reset();
-        std::filesystem::current_path(home_); // start-up changes it
-    }
-
-    void theMenuNeedsATarget() {
-        program_->get<QAction>("m9")->trigger();
-        QCOMPARE(program_->person.boxes, std::vector<Text>{u"データベースを選択して下さい。"});
-        QVERIFY(!program_->out->isVisible());
-    }
-
     void itOpensAboveTheMainWindowWithNothingToWrite() {
         QVERIFY(program_->select());
         open();
-        QVERIFY(!program_->out->isModal());
         QCOMPARE(program_->out->windowTitle(), QStringLiteral("各種出力"));
-        QCOMPARE(get<QGroupBox>("framCSV")->title(), QStringLiteral("ＣＳＶ出力"));
-        QCOMPARE(get<QGroupBox>("framText")->title(), QStringLiteral("テキスト出力"));
-        QCOMPARE(get<QGroupBox>("framExcel")->title(), QStringLiteral("Ｅｘｃｅｌ出力"));
+        QCOMPARE(inside<QGroupBox>("framCSV")->title(), QStringLiteral("ＣＳＶ出力"));
+        QCOMPARE(inside<QGroupBox>("framText")->title(), QStringLiteral("テキスト出力"));
+        QCOMPARE(inside<QGroupBox>("framExcel")->title(), QStringLiteral("Ｅｘｃｅｌ出力"));
         QCOMPARE(openButtons(), QString());
-        click("cmdOCSV");
+        press("cmdOCSV");
         QVERIFY(program_->person.boxes.empty());
     }
 
@@ -87,7 +62,7 @@ private slots:
         QCOMPARE(openButtons(), QStringLiteral("cmdQCSV cmdQText cmdExQry"));
 
         answerWith("クエリー.CSV");
-        click("cmdQCSV");
+        press("cmdQCSV");
         QCOMPARE(program_->person.boxes, std::vector<Text>{u"ＣＳＶファイル出力を終了しました"});
         QVERIFY(contentOf("クエリー.csv").startsWith("\x83\x4E\x83\x47\x83\x8A\x81\x5B\x96\xBC,"));
         QTRY_VERIFY(program_->out->isEnabled()); // behind the events of the run
@@ -95,14 +70,14 @@ private slots:
 
         program_->person.boxes.clear();
         answerWith("sql");
-        click("cmdQText");
+        press("cmdQText");
         QCOMPARE(program_->person.boxes, std::vector<Text>{u"テキスト出力を終了しました"});
         QVERIFY(contentOf("sql.txt").startsWith("\x83\x4E\x83\x47\x83\x8A\x81\x5B\x96\xBC\x81\x46"));
         QTRY_VERIFY(program_->out->isEnabled());
 
         program_->person.boxes.clear();
         answerWith("none/a.csv");
-        click("cmdQCSV");
+        press("cmdQCSV");
         QCOMPARE(program_->person.boxes.size(), std::size_t(1));
         QVERIFY(program_->person.boxes[0].starts_with(u"場所:ＣＳＶ出力(クエリー)ｴﾗｰNo:76\r"));
         QTRY_VERIFY(program_->out->isEnabled());
@@ -110,7 +85,7 @@ private slots:
 
         program_->person.boxes.clear();
         program_->person.file.clear();
-        click("cmdQCSV");
+        press("cmdQCSV");
         QVERIFY(program_->person.boxes.empty());
         QVERIFY(program_->out->isVisible());
 
@@ -122,24 +97,13 @@ private slots:
         QVERIFY(program_->select());
         analyseQueries();
         open();
-        get<QPushButton>("cmdQCSV")->setFocus();
+        inside<QPushButton>("cmdQCSV")->setFocus();
         QTest::keyClick(program_->out->focusWidget(), Qt::Key_Return);
         QCOMPARE(program_->out->focusWidget()->objectName(), QStringLiteral("cmdQText"));
         QVERIFY(program_->person.boxes.empty());
         answerWith("a.txt");
         QTest::keyClick(program_->out->focusWidget(), Qt::Key_Space);
         QCOMPARE(program_->person.boxes, std::vector<Text>{u"テキスト出力を終了しました"});
-    }
-
-    void everyTextIsWholeAndTheWindowFitsASmallScreen() {
-        QVERIFY(program_->select());
-        open();
-        for (const QPushButton* button : program_->out->findChildren<QPushButton*>()) {
-            const int text = button->fontMetrics().horizontalAdvance(button->text());
-            QVERIFY2(button->width() >= text + 8, qPrintable(button->objectName()));
-        }
-        QVERIFY(program_->out->width() <= 1024 - widthOfDecorations);
-        QVERIFY(program_->out->height() <= 768 - 48);
     }
 };
 
