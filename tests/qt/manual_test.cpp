@@ -11,6 +11,7 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
+#include "core/file_name_parts.h"
 #include "core/vocabulary.h"
 #include "desk/desk.h"
 #include "objects/control_rules.h"
@@ -296,6 +297,54 @@ private slots:
         }
         QVERIFY(texts.contains(QStringLiteral("頁の幅に合わせる")));
         NOTHING_MISSING(texts);
+    }
+
+    void theTextsOfTheDialogsAreExplained() {
+        QStringList texts;
+        const QString source = contentOf(inProject("src/platform/qt/qt_dialogs.cpp"));
+        for (const QString& text : allOf(source, "QStringLiteral\\(\"((?:[^\"\\\\]|\\\\.)*)\"")) {
+            static const QRegularExpression access(QStringLiteral("\\(&\\w\\)"));
+            texts << piecesOf(QString(text).remove(access));
+        }
+        QVERIFY(texts.contains(QStringLiteral("パスワードを入力して下さい。")));
+        NOTHING_MISSING(texts);
+    }
+
+    void everyKindOfFileThatIsOfferedIsNamed() {
+        QStringList extensions;
+        for (const TextView extension : databaseExtensions()) {
+            extensions << toQString(Text(extension));
+        }
+        QVERIFY(extensions.contains(QStringLiteral(".accde")));
+        NOTHING_MISSING(extensions);
+        const QString source = contentOf(inProject("src/core/target_selection.cpp"));
+        const QStringList entries = allOf(source, "fileFilter\\(u\"([^\"(]+)");
+        QVERIFY(entries.contains(QStringLiteral("Access 2007以降")));
+        NOTHING_MISSING(entries);
+    }
+
+    void everyTypeOfFieldIsNamed() {
+        QStringList types;
+        types << allOf(contentOf(inProject("src/core/vocabulary.cpp")), "u\"([^\" ]+型)\"")
+              << allOf(contentOf(inProject("src/objects/table_analysis.cpp")), "u\"([^\" ]+型)\"");
+        QVERIFY(types.contains(QStringLiteral("ﾚﾌﾟﾘｹｰｼｮﾝ型")));
+        QVERIFY(types.contains(QStringLiteral("集計型")));
+        NOTHING_MISSING(types);
+    }
+
+    void everyCommandOfTheCommandLineIsListedWithItsOptions() {
+        QString sources;
+        for (const QString& path : filesOf("app/cli", "*.cpp") + filesOf("app/cli", "*.h")) {
+            sources += contentOf(path);
+        }
+        QStringList words = allOf(sources, "[({]\"(--[a-z-]+)\"");
+        QVERIFY(words.contains(QStringLiteral("--password-file")));
+        const QStringList commands = allOf(sources, "\\{\"([a-z]+)\", \"(?:TARGET|NAME)[^\"]*\"");
+        QVERIFY(commands.contains(QStringLiteral("image")));
+        for (const QString& command : commands) {
+            words << QStringLiteral("relvane-cli %1 ").arg(command);
+        }
+        NOTHING_MISSING(words);
     }
 
     void everyErrorNumberIsExplained() {
