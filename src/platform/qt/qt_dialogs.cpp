@@ -168,6 +168,7 @@ std::optional<Text> QtDialogs::askPassword(const Text& file) {
     dialog.setTextEchoMode(QLineEdit::Password);
     dialog.setOkButtonText(QStringLiteral("OK"));
     dialog.setCancelButtonText(QStringLiteral("キャンセル"));
+    dialog.resize(360, dialog.sizeHint().height()); // the title is longer than all that stands below it
     return dialog.exec() == QDialog::Accepted ? std::optional(fromQString(dialog.textValue())) : std::nullopt;
 }
 
