@@ -2,7 +2,7 @@
 # Builds the program and makes the whole folder of one Access database (PDF, comma-separated files, text files, a
 # workbook, pictures of its forms), or opens the window.
 #
-#   ./run.sh [TARGET.mdb]   documents TARGET (default: the sample made by the build) into out/
+#   ./run.sh [TARGET]       documents TARGET (default: the sample made by the build) into out/
 #   ./run.sh --window       opens the desktop program
 #
 # Works on a fresh Debian 12: missing packages are installed, as root or through sudo.
