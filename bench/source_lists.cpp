@@ -29,10 +29,10 @@
 #include "keeps_nothing.h"
 #include "own_process.h"
 #include "platform/codepage.h"
-#include "sample_builder/text_coding.h"
 #include "sample_builder/database_writer.h"
 #include "sample_builder/many_macros.h"
 #include "sample_builder/many_modules.h"
+#include "sample_builder/text_coding.h"
 #include "stored_rows.h"
 #include "whole_program.h"
 
