@@ -176,7 +176,7 @@ private:
 
     QPen pen() const {
         QPen pen = state_.pen.pen;
-        pen.setWidthF(std::max(1.0, std::abs(state_.pen.width * scale())));
+        pen.setWidthF(std::clamp(std::abs(state_.pen.width * scale()), 1.0, 10'000.0));
         return pen;
     }
     void prepare() {
