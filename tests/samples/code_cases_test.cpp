@@ -11,6 +11,7 @@
 #include "access/module_source.h"
 #include "sample_builder/description.h"
 #include "sample_builder/design_writer.h"
+#include "support/file_formats.h"
 #include "support/samples.h"
 
 namespace relvane::samples {
@@ -22,11 +23,11 @@ using access::ModuleProcedures;
 using access::ModuleText;
 using access::ProcedureKind;
 
-class CodeCases : public testing::Test {
+class CodeCases : public testing::TestWithParam<FileFormat> {
 protected:
     CodeCases()
         : spec_(readDescription(test::sourceFolder() / "samples" / "juchu.txt")),
-          file_(jet::openJetFile(test::ownSample("juchu.mdb").native(), {})),
+          file_(jet::openJetFile(test::ownSample("juchu", GetParam()).native(), {})),
           modules_(file_),
           macros_(file_) {}
 
@@ -121,7 +122,9 @@ Text withoutAttributes(TextView source) {
     return shown;
 }
 
-TEST_F(CodeCases, EveryModuleReadsBackAsDescribed) {
+INSTANTIATE_TEST_SUITE_P(Formats, CodeCases, test::everyFormat, test::formatName);
+
+TEST_P(CodeCases, EveryModuleReadsBackAsDescribed) {
     const auto documents = documentsWithModule();
     EXPECT_EQ(modules_.modules().size(), documents.size());
     EXPECT_EQ(documents.size(), 12u);
@@ -134,7 +137,7 @@ TEST_F(CodeCases, EveryModuleReadsBackAsDescribed) {
     }
 }
 
-TEST_F(CodeCases, EveryMacroReadsBackAsDescribed) {
+TEST_P(CodeCases, EveryMacroReadsBackAsDescribed) {
     EXPECT_EQ(macros_.macros().size(), spec_.macros.size());
     for (const DocumentSpec& document : spec_.macros) {
         SCOPED_TRACE(toUtf8(document.name));
@@ -156,7 +159,7 @@ TEST_F(CodeCases, EveryMacroReadsBackAsDescribed) {
     }
 }
 
-TEST_F(CodeCases, EveryEventProcedureThatADesignNamesIsInItsModule) {
+TEST_P(CodeCases, EveryEventProcedureThatADesignNamesIsInItsModule) {
     std::size_t found = 0;
     visitEvents([&](const DocumentSpec& document, const Text& object, const Text& event, const Text& value) {
         if (value != u"[Event Procedure]") {
@@ -172,7 +175,7 @@ TEST_F(CodeCases, EveryEventProcedureThatADesignNamesIsInItsModule) {
     EXPECT_GT(found, 130u);
 }
 
-TEST_F(CodeCases, EveryMacroAndFunctionThatAnEventNamesIsThere) {
+TEST_P(CodeCases, EveryMacroAndFunctionThatAnEventNamesIsThere) {
     std::size_t macros = 0, functions = 0;
     visitEvents([&](const DocumentSpec&, const Text&, const Text&, const Text& value) {
         if (value.starts_with(u'=')) {
@@ -188,7 +191,7 @@ TEST_F(CodeCases, EveryMacroAndFunctionThatAnEventNamesIsThere) {
     EXPECT_GT(functions, 100u);
 }
 
-TEST_F(CodeCases, ModulesOfAllKindsOccur) {
+TEST_P(CodeCases, ModulesOfAllKindsOccur) {
     std::set<ProcedureKind> kinds;
     std::size_t withoutProcedures = 0, classes = 0;
     for (const auto& [owner, document] : documentsWithModule()) {
@@ -205,7 +208,7 @@ TEST_F(CodeCases, ModulesOfAllKindsOccur) {
     EXPECT_EQ(classes, 1u);
 }
 
-TEST_F(CodeCases, LinesThatScannersAreParticularAboutOccur) {
+TEST_P(CodeCases, LinesThatScannersAreParticularAboutOccur) {
     Text all;
     for (const auto& [owner, document] : documentsWithModule()) {
         all += text(owner, document->name).text();
@@ -242,7 +245,7 @@ TEST_F(CodeCases, LinesThatScannersAreParticularAboutOccur) {
     }
 }
 
-TEST_F(CodeCases, MacrosOfAllKindsOccur) {
+TEST_P(CodeCases, MacrosOfAllKindsOccur) {
     std::set<std::uint16_t> actions;
     std::size_t continued = 0, remarks = 0, longStatements = 0, hidden = 0, early = 0;
     for (const access::MacroDocument& macro : macros_.macros()) {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "access/target_application.h"
-#include "support/samples.h"
+#include "support/file_formats.h"
 
 namespace relvane::samples {
 namespace {
@@ -12,10 +12,10 @@ namespace {
 using access::Designed;
 using access::Properties;
 
-class SampleCases : public testing::Test {
+class SampleCases : public testing::TestWithParam<FileFormat> {
 protected:
     SampleCases() : application_(access::newTargetApplication()) {
-        application_->OpenCurrentDatabase(fromUtf8(test::ownSample("juchu.mdb").string()), false);
+        application_->OpenCurrentDatabase(fromUtf8(test::ownSample("juchu", GetParam()).string()), false);
     }
 
     access::Form& form(const Text& name) {
@@ -51,7 +51,9 @@ private:
     std::shared_ptr<access::Application> application_;
 };
 
-TEST_F(SampleCases, ControlsHaveEveryLengthOfListWithAllTheirEvents) {
+INSTANTIATE_TEST_SUITE_P(Formats, SampleCases, test::everyFormat, test::formatName);
+
+TEST_P(SampleCases, ControlsHaveEveryLengthOfListWithAllTheirEvents) {
     struct Case {
         const char16_t* name;
         int count, first, last; // of the list, and the places of its events
@@ -84,7 +86,7 @@ TEST_F(SampleCases, ControlsHaveEveryLengthOfListWithAllTheirEvents) {
     EXPECT_EQ(control(events, u"写真上").Properties().Count(), 58);
 }
 
-TEST_F(SampleCases, ChoicesOfAnOptionGroupHaveTheShortLists) {
+TEST_P(SampleCases, ChoicesOfAnOptionGroupHaveTheShortLists) {
     const access::Form& events = form(u"ｲﾍﾞﾝﾄ調査");
     for (const auto& [name, count, place] : std::initializer_list<std::tuple<const char16_t*, int, int>>{
              {u"組の印", 33, 1}, {u"組の丸", 33, 3}, {u"組の釦", 40, 7}}) {
@@ -94,30 +96,30 @@ TEST_F(SampleCases, ChoicesOfAnOptionGroupHaveTheShortLists) {
     }
 }
 
-TEST_F(SampleCases, FormAndReportHaveAnEventAtEachPlaceOfTheirRanges) {
+TEST_P(SampleCases, FormAndReportHaveAnEventAtEachPlaceOfTheirRanges) {
     constexpr int keyPreview = 101;
     EXPECT_EQ(emptyPlaces(form(u"ｲﾍﾞﾝﾄ調査").Properties(), 76, 102), std::vector<int>{keyPreview});
     EXPECT_EQ(emptyPlaces(report(u"請求書").Properties(), 41, 47), std::vector<int>());
 }
 
-TEST_F(SampleCases, FormsWithoutARecordSourceAndWithoutControlsAreThere) {
+TEST_P(SampleCases, FormsWithoutARecordSourceAndWithoutControlsAreThere) {
     EXPECT_EQ(form(u"メインメニュー")(u"RecordSource"), Value(Text()));
     EXPECT_EQ(form(u"F_1998").Controls().Count(), 0);
     EXPECT_TRUE(form(u"メインメニュー").HasModule());
     EXPECT_FALSE(form(u"F_1998").HasModule());
 }
 
-TEST_F(SampleCases, CaptionAndEventsAreLongerThanAListShows) {
+TEST_P(SampleCases, CaptionAndEventsAreLongerThanAListShows) {
     access::Form& events = form(u"ｲﾍﾞﾝﾄ調査");
     EXPECT_GT(toText(events(u"Caption")).size(), 100u);
     EXPECT_GT(toText(form(u"メインメニュー")(u"OnActivate")).size(), 60u);
 }
 
-TEST_F(SampleCases, PlaceOfAThousandTwipsIsThere) {
+TEST_P(SampleCases, PlaceOfAThousandTwipsIsThere) {
     EXPECT_EQ(control(form(u"検索条件"), u"下限額")(u"Top"), Value(std::int64_t{1000}));
 }
 
-TEST_F(SampleCases, LockedAndUnlockedCombosStandSideBySide) {
+TEST_P(SampleCases, LockedAndUnlockedCombosStandSideBySide) {
     const access::Form& items = form(u"商品マスタ保守");
     EXPECT_EQ(control(items, u"仕入先ID")(u"Locked"), Value(true));
     EXPECT_EQ(control(items, u"分類ID")(u"Locked"), Value(false));
@@ -126,7 +128,7 @@ TEST_F(SampleCases, LockedAndUnlockedCombosStandSideBySide) {
     EXPECT_EQ(control(form(u"得意先台帳"), u"締日25")(u"Locked"), Value(true));
 }
 
-TEST_F(SampleCases, ReportsHaveNoneToTenGroupLevels) {
+TEST_P(SampleCases, ReportsHaveNoneToTenGroupLevels) {
     const auto levelsOf = [&](const char16_t* name) {
         access::Report& opened = report(name);
         int levels = 0;

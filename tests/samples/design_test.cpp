@@ -13,6 +13,7 @@
 #include "sample_builder/design_data_writer.h"
 #include "sample_builder/design_writer.h"
 #include "sample_builder/many_forms.h"
+#include "support/file_formats.h"
 #include "support/samples.h"
 
 namespace relvane::samples {
@@ -89,7 +90,7 @@ void compareObject(const DesignObjectSpec& expected, const DesignObject& found) 
 }
 
 std::size_t compareDesigns(const std::vector<DocumentSpec>& documents, const DesignSource& source,
-                           DesignKind kind) {
+                           DesignKind kind, FileFormat format) {
     std::size_t controls = 0;
     for (const DocumentSpec& document : documents) {
         const DesignDocument* found = source.find(kind, document.name);
@@ -99,9 +100,11 @@ std::size_t compareDesigns(const std::vector<DocumentSpec>& documents, const Des
         }
         SCOPED_TRACE(toUtf8(found->title()));
         EXPECT_EQ(found->hasModule, document.module.has_value());
-        EXPECT_EQ(source.streams(*found).place,
-                  document.module ? DesignPlace::ModuleRow : DesignPlace::Catalogue);
+        EXPECT_EQ(source.streams(*found).place, format == FileFormat::Access2000 ? DesignPlace::Store
+                                                : document.module                ? DesignPlace::ModuleRow
+                                                                                 : DesignPlace::Catalogue);
         const auto design = source.design(*found);
+        EXPECT_EQ(design->version(), format == FileFormat::Access2000 ? 19 : 17);
         compareObject(document.design->root, design->root());
         EXPECT_TRUE(access::agrees(source.typeInfo(*found), *design));
         controls += design->controls().size();
@@ -131,6 +134,10 @@ void visitDesigns(const Visit& visit) {
         }
     }
 }
+
+// Designs in files of each format.
+class SampleDesignFiles : public testing::TestWithParam<FileFormat> {};
+INSTANTIATE_TEST_SUITE_P(Formats, SampleDesignFiles, test::everyFormat, test::formatName);
 
 // ---- The bytes
 
@@ -222,6 +229,16 @@ TEST(SampleDesignBytes, BuiltInValueIsStoredWhereTheBlockGivesAnother) {
               6d 00  dc 01 "B"  fd)"));
 }
 
+// Only the version and the coding of texts differ, and the properties that the version brought.
+TEST(SampleDesignBytes, DesignOfAccess2000HasItsTextsInUtf16) {
+    const DesignSpec design = described(R"(
+        set Width 5355 RecordSource 表 AllowDesignChanges no
+        Section A Height 0)");
+    EXPECT_EQ(designStream(design, TextCoding(japaneseCodePage, true)), bytesOf(R"(
+        13 00 13 00 00 00 00 00   96 00  1c  63 eb 14  dc 02 68 88
+        fe 98 00  60 00 00  df 02 "A" 00  fd)"));
+}
+
 TEST(SampleDesignBytes, ListOfNamesIsAsAccessWritesIt) {
     DesignSpec design = described(R"(
         Section Detail Height 0
@@ -309,12 +326,12 @@ TEST(SampleDesignData, EveryKindIsWhatTheReaderTakesItFor) {
 
 // ---- The order-keeping sample
 
-TEST(SampleDesigns, EveryDesignOfTheOrderKeepingSampleReadsBackAsDescribed) {
-    const DesignSource source = open(test::ownSample("juchu.mdb"));
+TEST_P(SampleDesignFiles, EveryDesignOfTheOrderKeepingSampleReadsBackAsDescribed) {
+    const DesignSource source = open(test::ownSample("juchu", GetParam()));
     EXPECT_EQ(source.forms().size(), orderKeeping().forms.size());
     EXPECT_EQ(source.reports().size(), orderKeeping().reports.size());
-    EXPECT_GT(compareDesigns(orderKeeping().forms, source, DesignKind::Form), 150u);
-    EXPECT_GT(compareDesigns(orderKeeping().reports, source, DesignKind::Report), 60u);
+    EXPECT_GT(compareDesigns(orderKeeping().forms, source, DesignKind::Form, GetParam()), 150u);
+    EXPECT_GT(compareDesigns(orderKeeping().reports, source, DesignKind::Report, GetParam()), 60u);
 }
 
 TEST(SampleDesigns, SampleHasDesignsInBothPlaces) {
@@ -390,8 +407,8 @@ TEST(SampleDesigns, ControlsAreBoundToFieldsThatExist) {
     EXPECT_GT(bound, 60u);
 }
 
-TEST(SampleDesigns, ControlsStandInsideTheirSections) {
-    const DesignSource source = open(test::ownSample("juchu.mdb"));
+TEST_P(SampleDesignFiles, ControlsStandInsideTheirSections) {
+    const DesignSource source = open(test::ownSample("juchu", GetParam()));
     for (const auto* list : {&source.forms(), &source.reports()}) {
         for (const DesignDocument& document : *list) {
             const auto design = source.design(document);
@@ -457,8 +474,8 @@ TEST(SampleDesigns, GroupLevelsHaveTheSectionsTheyAnnounce) {
     EXPECT_EQ(counts, (std::set<std::size_t>{0, 1, 3, 10}));
 }
 
-TEST(SampleDesigns, ListOfNamesHasTheFieldsThatNoControlIsNamedAfter) {
-    const DesignSource source = open(test::ownSample("juchu.mdb"));
+TEST_P(SampleDesignFiles, ListOfNamesHasTheFieldsThatNoControlIsNamedAfter) {
+    const DesignSource source = open(test::ownSample("juchu", GetParam()));
     const access::TypeInfo list = source.typeInfo(*source.find(DesignKind::Form, u"得意先台帳"));
     std::vector<Text> fields;
     for (const access::TypeInfoEntry& entry : list.entries) {
@@ -469,19 +486,19 @@ TEST(SampleDesigns, ListOfNamesHasTheFieldsThatNoControlIsNamedAfter) {
     EXPECT_EQ(fields, (std::vector<Text>{u"ﾎｰﾑﾍﾟｰｼﾞ"}));
 }
 
-TEST(SampleDesigns, LongestDataLieInAChainOfPages) {
-    const DesignSource source = open(test::ownSample("juchu.mdb"));
+TEST_P(SampleDesignFiles, LongestDataAreWhole) {
+    const DesignSource source = open(test::ownSample("juchu", GetParam()));
     const auto design = source.design(*source.find(DesignKind::Report, u"売上ｸﾞﾗﾌ"));
     EXPECT_EQ(design->findControl(u"分類別ｸﾞﾗﾌ")->bytes(u"OleData").size(), 4u + 1536 + 66000);
 }
 
 // ---- Other files
 
-TEST(SampleDesigns, ObjectWithoutADesignIsMissingIt) {
+TEST_P(SampleDesignFiles, ObjectWithoutADesignIsMissingIt) {
     const test::TemporaryFolder folder;
     DatabaseSpec spec;
     spec.forms = {{.name = u"空"}};
-    writeDatabase(spec, folder / "sample.mdb");
+    writeDatabase(savedAs(spec, GetParam()), folder / "sample.mdb");
     const DesignSource source = open(folder / "sample.mdb");
     EXPECT_EQ(skipErrors([&] { source.design(source.forms().at(0)); }), 3049);
 }
@@ -494,18 +511,18 @@ TEST(SampleDesigns, ModuleNeedsTheTablesOfAccess97) {
     EXPECT_THROW(databaseBytes(spec), std::invalid_argument);
 }
 
-TEST(SampleDesigns, ManyFormsHaveAsManyControlsAsAsked) {
+TEST_P(SampleDesignFiles, ManyFormsHaveAsManyControlsAsAsked) {
     const test::TemporaryFolder folder;
     const DatabaseSpec spec = manyForms(7, 100);
-    writeDatabase(spec, folder / "forms.mdb");
+    writeDatabase(savedAs(spec, GetParam()), folder / "forms.mdb");
     const DesignSource source = open(folder / "forms.mdb");
     EXPECT_EQ(source.forms().size(), 7u);
-    EXPECT_EQ(compareDesigns(spec.forms, source, DesignKind::Form), 700u);
+    EXPECT_EQ(compareDesigns(spec.forms, source, DesignKind::Form, GetParam()), 700u);
 }
 
-TEST(SampleDesigns, OneFileHoldsMoreControlsThanA16BitNumberCounts) {
+TEST_P(SampleDesignFiles, OneFileHoldsMoreControlsThanA16BitNumberCounts) {
     const test::TemporaryFolder folder;
-    writeDatabase(manyForms(64, 512), folder / "forms.mdb");
+    writeDatabase(savedAs(manyForms(64, 512), GetParam()), folder / "forms.mdb");
     const DesignSource source = open(folder / "forms.mdb");
     std::size_t controls = 0;
     for (const DesignDocument& form : source.forms()) {

@@ -1,12 +1,15 @@
 // The macros of the builder: their bytes, and what the project's own reader makes of them.
 
+#include <algorithm>
+#include <span>
+
 #include <gtest/gtest.h>
 
 #include "access/macro_source.h"
 #include "sample_builder/database_writer.h"
 #include "sample_builder/description.h"
 #include "sample_builder/macro_writer.h"
-#include "support/samples.h"
+#include "support/file_formats.h"
 
 namespace relvane::samples {
 namespace {
@@ -15,21 +18,26 @@ using access::MacroDocument;
 using access::MacroSheet;
 using access::MacroSource;
 
-MacroSource sourceOf(const DatabaseSpec& spec) {
-    return MacroSource(std::make_shared<const jet::JetFile>(jet::makeMemorySource(databaseBytes(spec))));
-}
-
-// The macros of a description, written and opened.
-MacroSource described(std::string_view lines) {
-    return sourceOf(parseDescription("database\n" + std::string(lines)));
-}
-
 MacroSheet sheetOf(const MacroSource& source, TextView name) {
     const MacroDocument* macro = source.find(name);
     return macro == nullptr ? throw std::out_of_range(toUtf8(name)) : source.sheet(*macro);
 }
 
-TEST(SampleMacros, ASheetIsStoredByteByByteAsAccessDoes) {
+// Macros in files of each format.
+class SampleMacros : public testing::TestWithParam<FileFormat> {
+protected:
+    static MacroSource sourceOf(const DatabaseSpec& spec) {
+        const DatabaseSpec saved = savedAs(spec, GetParam());
+        return MacroSource(std::make_shared<const jet::JetFile>(jet::makeMemorySource(databaseBytes(saved))));
+    }
+    // The macros of a description, written and opened.
+    static MacroSource described(std::string_view lines) {
+        return sourceOf(parseDescription("database\n" + std::string(lines)));
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Formats, SampleMacros, test::everyFormat, test::formatName);
+
+TEST(SampleMacroBytes, ASheetIsStoredByteByByteAsAccessDoes) {
     const MacroSpec macro{
         .rows = {{.comment = u"Assigns keys."},
                  {.name = u"^p", .action = 34, .arguments = {u"List.Print"}, .comment = u"Print."}},
@@ -56,7 +64,7 @@ TEST(SampleMacros, ASheetIsStoredByteByByteAsAccessDoes) {
     EXPECT_EQ(macroSheet(macro, japaneseCodePage), expected);
 }
 
-TEST(SampleMacros, RowsReadBackAsDescribed) {
+TEST_P(SampleMacros, RowsReadBackAsDescribed) {
     const MacroSheet sheet =
         sheetOf(described("macro 締め処理\n"
                           "  comment \"月末に動かす\"\n"
@@ -67,7 +75,7 @@ TEST(SampleMacros, RowsReadBackAsDescribed) {
                 u"締め処理");
     EXPECT_TRUE(sheet.showsNames());
     EXPECT_TRUE(sheet.showsConditions());
-    EXPECT_EQ(sheet.version->second, 2);
+    EXPECT_EQ(sheet.version->second, GetParam() == FileFormat::Access97 ? 2 : 3);
     ASSERT_EQ(sheet.rows.size(), 4u);
     EXPECT_EQ(sheet.rows[0].comment, u"月末に動かす");
     EXPECT_FALSE(sheet.rows[0].hasAction());
@@ -86,7 +94,7 @@ TEST(SampleMacros, RowsReadBackAsDescribed) {
     EXPECT_EQ(membersOf(sheet).size(), 3u);
 }
 
-TEST(SampleMacros, EveryActionWithAllItsArgumentsReadsBack) {
+TEST_P(SampleMacros, EveryActionWithAllItsArgumentsReadsBack) {
     DatabaseSpec spec;
     MacroSpec& macro = spec.macros.emplace_back(DocumentSpec{.name = u"M"}).macro.emplace();
     for (const access::MacroAction& action : access::macroActions()) {
@@ -106,7 +114,27 @@ TEST(SampleMacros, EveryActionWithAllItsArgumentsReadsBack) {
     }
 }
 
-TEST(SampleMacros, ColumnsAreShownWhenARowFillsThemOrWhenAsked) {
+TEST(SampleMacroBytes, WideTextsAreThoseOfTheRowsAlone) {
+    const MacroSpec macro{.rows = {{.name = u"開く"}}};
+    const auto written = [&](bool hasVersion) {
+        MacroSpec asked = macro;
+        asked.hasVersion = hasVersion;
+        return macroSheet(asked, TextCoding(japaneseCodePage, true));
+    };
+    constexpr std::uint8_t header[] = {4, 0, '3', 0, '3', 0, 0, 0},
+                           wide[] = {6, 0, 0x8B, 0x95, 0x4F, 0x30, 0, 0};
+    const auto has = [](const Bytes& sheet, std::span<const std::uint8_t> part) {
+        return !std::ranges::search(sheet, part).empty();
+    };
+    EXPECT_TRUE(has(written(true), header));
+    EXPECT_TRUE(has(written(true), wide));
+    // Nothing but the version says that texts are wide.
+    MacroSpec early = macro;
+    early.hasVersion = false;
+    EXPECT_EQ(written(false), macroSheet(early, japaneseCodePage));
+}
+
+TEST(SampleMacroBytes, ColumnsAreShownWhenARowFillsThemOrWhenAsked) {
     const auto shown = [](const MacroSpec& macro) { return macroSheet(macro, japaneseCodePage).at(0); };
     EXPECT_EQ(shown({}), 0);
     EXPECT_EQ(shown({.rows = {{.name = u"a"}}}), 1);
@@ -115,7 +143,7 @@ TEST(SampleMacros, ColumnsAreShownWhenARowFillsThemOrWhenAsked) {
     EXPECT_EQ(shown({.showsNames = true, .showsConditions = true}), 3);
 }
 
-TEST(SampleMacros, AMacroWithoutRowsHasItsHeader) {
+TEST_P(SampleMacros, AMacroWithoutRowsHasItsHeader) {
     const MacroSource source = described("macro A\nmacro B\n hidden\n no-version\n");
     EXPECT_TRUE(sheetOf(source, u"A").rows.empty());
     EXPECT_TRUE(sheetOf(source, u"A").version);
@@ -124,7 +152,7 @@ TEST(SampleMacros, AMacroWithoutRowsHasItsHeader) {
     EXPECT_TRUE(source.find(u"B")->isHidden());
 }
 
-TEST(SampleMacros, LongTextsAndTheWholeCodePageAreKept) {
+TEST_P(SampleMacros, LongTextsAndTheWholeCodePageAreKept) {
     const Text longSql(30'000, u'表');
     DatabaseSpec spec;
     spec.macros = {{.name = Text(64, u'長'),
@@ -135,7 +163,7 @@ TEST(SampleMacros, LongTextsAndTheWholeCodePageAreKept) {
     EXPECT_EQ(sheet.rows.at(1).comment, u"ｱｲｳ ～－ ①Ⅳ㈱ 髙﨑 ソ表能");
 }
 
-TEST(SampleMacros, WhatASheetCannotHoldIsRefused) {
+TEST(SampleMacroBytes, WhatASheetCannotHoldIsRefused) {
     const auto refuses = [](const MacroRowSpec& row) {
         EXPECT_THROW(macroSheet({.rows = {row}}, japaneseCodePage), std::invalid_argument);
     };
@@ -144,7 +172,7 @@ TEST(SampleMacros, WhatASheetCannotHoldIsRefused) {
     refuses({.comment = u"😀"});
 }
 
-TEST(SampleMacros, BytesLostAtTheEndAreDamageThatNamesTheMacro) {
+TEST_P(SampleMacros, BytesLostAtTheEndAreDamageThatNamesTheMacro) {
     const MacroSource source = described("macro 壊れた\n comment 注\n lost 1\nmacro 良い\n comment 注\n");
     try {
         sheetOf(source, u"壊れた");

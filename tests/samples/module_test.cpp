@@ -17,6 +17,7 @@
 #include "sample_builder/many_modules.h"
 #include "sample_builder/vba_compressor.h"
 #include "sample_builder/vba_project_writer.h"
+#include "support/file_formats.h"
 #include "support/samples.h"
 
 namespace relvane::samples {
@@ -27,10 +28,6 @@ using access::ModuleKind;
 using access::ModuleOwner;
 using access::ModuleSource;
 using access::ModuleText;
-
-ModuleSource sourceOf(const DatabaseSpec& spec) {
-    return ModuleSource(std::make_shared<const jet::JetFile>(jet::makeMemorySource(databaseBytes(spec))));
-}
 
 ModuleText textOf(const ModuleSource& source, ModuleOwner owner, TextView name) {
     const ModuleDocument* document = source.find(owner, name);
@@ -43,10 +40,23 @@ DatabaseSpec withModule(ModuleSpec module, const Text& name = u"M") {
     return spec;
 }
 
-// What is read of a module that was written so.
-ModuleText writtenAndRead(const ModuleSpec& module) {
-    return textOf(sourceOf(withModule(module)), ModuleOwner::Module, u"M");
-}
+// Modules in files of each format.
+class SampleModules : public testing::TestWithParam<FileFormat> {
+protected:
+    static DatabaseSpec inFormat(const DatabaseSpec& spec) { return savedAs(spec, GetParam()); }
+    static ModuleSource sourceOf(const DatabaseSpec& spec) {
+        return ModuleSource(
+            std::make_shared<const jet::JetFile>(jet::makeMemorySource(databaseBytes(inFormat(spec)))));
+    }
+    // What is read of a module that was written so.
+    static ModuleText writtenAndRead(const ModuleSpec& module) {
+        return textOf(sourceOf(withModule(module)), ModuleOwner::Module, u"M");
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Formats, SampleModules, test::everyFormat, test::formatName);
+
+class ManyModules : public SampleModules {};
+INSTANTIATE_TEST_SUITE_P(Formats, ManyModules, test::everyFormat, test::formatName);
 
 std::string roundTrip(const std::string& text) {
     const Bytes bytes = access::decompressVba(compressVba(text), u"M", u"S");
@@ -108,7 +118,7 @@ TEST(VbaCompressor, NothingIsTheSignatureAlone) {
 
 // ---- Modules
 
-TEST(SampleModules, SourceReadsBackLineByLine) {
+TEST_P(SampleModules, SourceReadsBackLineByLine) {
     const ModuleText text =
         writtenAndRead({.source = u"Option Explicit\r\n\r\n    x = 1  \r\n' 表示\t終わり\r\n\r\n"});
     EXPECT_EQ(text.kind(), ModuleKind::Standard);
@@ -116,19 +126,19 @@ TEST(SampleModules, SourceReadsBackLineByLine) {
     EXPECT_EQ(text.lineCount(), 5u);
 }
 
-TEST(SampleModules, ANewModuleHasItsOptionLines) {
+TEST_P(SampleModules, ANewModuleHasItsOptionLines) {
     EXPECT_EQ(writtenAndRead({}).text(), newModuleSource);
     DatabaseSpec spec;
     spec.modules = {{.name = u"M"}};
     EXPECT_EQ(textOf(sourceOf(spec), ModuleOwner::Module, u"M").text(), newModuleSource);
 }
 
-TEST(SampleModules, AnEmptyModuleHasNoLine) {
+TEST_P(SampleModules, AnEmptyModuleHasNoLine) {
     EXPECT_EQ(writtenAndRead({.source = {}}).lineCount(), 0u);
     EXPECT_EQ(writtenAndRead({.source = {}, .isClass = true}).lineCount(), 0u);
 }
 
-TEST(SampleModules, AttributeLinesStandAtTheHeadAndClassesHaveMore) {
+TEST(SampleModuleRows, AttributeLinesStandAtTheHeadAndClassesHaveMore) {
     const auto attributes = [](bool isClass) {
         const Bytes container =
             moduleContainer({u"名前", {.source = u"x\r\n", .isClass = isClass}}, japaneseCodePage);
@@ -147,7 +157,7 @@ TEST(SampleModules, AttributeLinesStandAtTheHeadAndClassesHaveMore) {
         << toUtf8(ofClass);
 }
 
-TEST(SampleModules, AttributeLinesWithinTheSourceAreStoredAndNotShown) {
+TEST_P(SampleModules, AttributeLinesWithinTheSourceAreStoredAndNotShown) {
     const ModuleText text = writtenAndRead({.source = u"Private WithEvents frm As Form\r\n"
                                                       u"Attribute frm.VB_VarHelpID = -1\r\nDim i\r\n",
                                             .isClass = true});
@@ -155,7 +165,7 @@ TEST(SampleModules, AttributeLinesWithinTheSourceAreStoredAndNotShown) {
     EXPECT_EQ(text.text(), u"Private WithEvents frm As Form\r\nDim i\r\n");
 }
 
-TEST(SampleModules, TextsOverSeveralChunksReadBack) {
+TEST_P(SampleModules, TextsOverSeveralChunksReadBack) {
     Text source;
     for (int i = 0; i < 2000; ++i) {
         source += u"    Debug.Print \"行 " + fromUtf8(std::to_string(i)) + u"\"\r\n";
@@ -166,7 +176,7 @@ TEST(SampleModules, TextsOverSeveralChunksReadBack) {
     EXPECT_EQ(text.text(), source);
 }
 
-TEST(SampleModules, ChunksThatCannotBeCompressedReadBackWhereverTheyStand) {
+TEST_P(SampleModules, ChunksThatCannotBeCompressedReadBackWhereverTheyStand) {
     const Text code = u"Option Explicit\r\n";
     for (const Text& source : {Text(code + randomLine(9000)), Text(randomLine(9000) + code),
                                Text(code + randomLine(4096) + code), Text(randomLine(3900))}) {
@@ -174,24 +184,24 @@ TEST(SampleModules, ChunksThatCannotBeCompressedReadBackWhereverTheyStand) {
     }
 }
 
-TEST(SampleModules, EverythingThatTheCodePageHasReadsBack) {
+TEST_P(SampleModules, EverythingThatTheCodePageHasReadsBack) {
     const Text source = u"' ｱｲｳ ｶﾞｷﾞ ﾊﾟ ー～－ ①Ⅳ㈱ 髙﨑 ソ表能十予 \\ 　全角の空白\r\n"
                         u"Private Sub 売上高調査_Click()\r\nEnd Sub\r\n";
     EXPECT_EQ(writtenAndRead({.source = source}).text(), source);
 }
 
-TEST(SampleModules, ACharacterThatTheCodePageLacksIsRefused) {
-    EXPECT_THROW(databaseBytes(withModule({.source = u"' 😀\r\n"})), std::invalid_argument);
+TEST_P(SampleModules, ACharacterThatTheCodePageLacksIsRefused) {
+    EXPECT_THROW(databaseBytes(inFormat(withModule({.source = u"' 😀\r\n"}))), std::invalid_argument);
 }
 
-TEST(SampleModules, LatinModulesAreInTheirOwnCodePage) {
+TEST_P(SampleModules, LatinModulesAreInTheirOwnCodePage) {
     DatabaseSpec spec = withModule({.source = u"' Größe\r\n"}, u"Übersicht");
     spec.codePage = latinCodePage;
     spec.sortOrder = 0x0409;
     EXPECT_EQ(textOf(sourceOf(spec), ModuleOwner::Module, u"Übersicht").text(), u"' Größe\r\n");
 }
 
-TEST(SampleModules, NamesOf64CharactersAreKept) {
+TEST_P(SampleModules, NamesOf64CharactersAreKept) {
     const Text name(64, u'長');
     DatabaseSpec spec = withModule({.source = u"' m\r\n"}, name);
     spec.forms = {{.name = name,
@@ -206,7 +216,7 @@ TEST(SampleModules, NamesOf64CharactersAreKept) {
     EXPECT_EQ(textOf(source, ModuleOwner::Report, name).text(), u"' r\r\n");
 }
 
-TEST(SampleModules, FormsAndReportsWithAModuleAreClasses) {
+TEST_P(SampleModules, FormsAndReportsWithAModuleAreClasses) {
     DatabaseSpec spec;
     spec.forms = {{.name = u"注文", .module = ModuleSpec{.source = u"' f\r\n"}}};
     const ModuleText text = textOf(sourceOf(spec), ModuleOwner::Form, u"注文");
@@ -214,7 +224,7 @@ TEST(SampleModules, FormsAndReportsWithAModuleAreClasses) {
     EXPECT_EQ(text.text(), u"' f\r\n");
 }
 
-TEST(SampleModules, TheProjectIsThereAsSoonAsOneObjectHasAModule) {
+TEST(SampleModuleRows, TheProjectIsThereAsSoonAsOneObjectHasAModule) {
     const auto rows = [](const DatabaseSpec& spec) {
         const jet::JetFile file(jet::makeMemorySource(databaseBytes(spec)));
         return access::ModuleTable(file).contains(access::ModuleRow::Project, {});
@@ -223,7 +233,7 @@ TEST(SampleModules, TheProjectIsThereAsSoonAsOneObjectHasAModule) {
     EXPECT_TRUE(rows(withModule({})));
 }
 
-TEST(SampleModules, AFileWithoutTheTablesOfAccess97ListsModulesAndHasNoText) {
+TEST_P(SampleModules, AFileWithoutTheTablesOfAccessListsModulesAndHasNoText) {
     DatabaseSpec spec;
     spec.accessVersion.reset();
     spec.modules = {{.name = u"M"}};
@@ -232,18 +242,18 @@ TEST(SampleModules, AFileWithoutTheTablesOfAccess97ListsModulesAndHasNoText) {
     EXPECT_EQ(skipErrors([&] { source.text(source.modules().at(0)); }), 3049);
     EXPECT_THROW(databaseBytes([&] {
                      spec.modules = {{.name = u"M", .module = ModuleSpec()}};
-                     return spec;
+                     return inFormat(spec);
                  }()),
                  std::invalid_argument);
 }
 
 // ---- Hard cases
 
-TEST(SampleModules, AnOffsetOfZeroInTheDirectoryIsSearchedFor) {
+TEST_P(SampleModules, AnOffsetOfZeroInTheDirectoryIsSearchedFor) {
     EXPECT_EQ(writtenAndRead({.source = u"' x\r\n", .directoryKnowsOffset = false}).text(), u"' x\r\n");
 }
 
-TEST(SampleModules, CompiledCodeBeforeTheTextIsSkippedEvenWhenItLooksLikeText) {
+TEST_P(SampleModules, CompiledCodeBeforeTheTextIsSkippedEvenWhenItLooksLikeText) {
     Bytes decoys;
     for (int i = 0; i < 300; ++i) {
         const Bytes decoy = {1, 0x0B, 0xB0, 0, 'A', 't', 't', 'r', 'i', 'b', 'u', 't', 0xFE};
@@ -258,7 +268,7 @@ TEST(SampleModules, CompiledCodeBeforeTheTextIsSkippedEvenWhenItLooksLikeText) {
     EXPECT_EQ(writtenAndRead({.source = u"' y\r\n", .compiledCode = Bytes(300'000, 1)}).text(), u"' y\r\n");
 }
 
-TEST(SampleModules, DamageIsOfOneModuleAndNamesIt) {
+TEST_P(SampleModules, DamageIsOfOneModuleAndNamesIt) {
     for (const ModuleDamage damage :
          {ModuleDamage::NotStored, ModuleDamage::NotInProject, ModuleDamage::CutOff}) {
         SCOPED_TRACE(static_cast<int>(damage));
@@ -318,7 +328,7 @@ TEST(ModuleDescription, SourceOfAnythingElseIsRefused) {
 
 // ---- Many modules
 
-TEST(ManyModules, HaveAsManyLinesAndProceduresAsAsked) {
+TEST_P(ManyModules, HaveAsManyLinesAndProceduresAsAsked) {
     const ModuleSource source = sourceOf(manyModules(7, 1000, 33));
     EXPECT_EQ(source.modules().size(), 7u);
     std::size_t lines = 0, procedures = 0, classes = 0;
@@ -334,11 +344,11 @@ TEST(ManyModules, HaveAsManyLinesAndProceduresAsAsked) {
     EXPECT_EQ(classes, 1u);
 }
 
-TEST(ManyModules, TooFewLinesAreRefused) {
+TEST(ManyModulesSpec, TooFewLinesAreRefused) {
     EXPECT_THROW(manyModules(1, 20, 2), std::invalid_argument);
 }
 
-TEST(ManyModules, ExportedFilesHaveTheSameLines) {
+TEST_P(ManyModules, ExportedFilesHaveTheSameLines) {
     const test::TemporaryFolder folder;
     const DatabaseSpec spec = manyModules(4, 400, 8);
     exportModules(spec, folder / "files");

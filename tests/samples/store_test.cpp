@@ -56,9 +56,41 @@ FilePointer fileOf(TableSpec table) {
     return fileOf(databaseWith({std::move(table)}));
 }
 
-const std::pair<const char*, TableSpec (*)(const Streams&)> bothTables[] = {
-    {"MSysAccessStorage", storageTable},
-    {"MSysAccessObjects", [](const Streams& streams) { return objectsTable(compoundFile(streams)); }}};
+DatabaseSpec withDocuments(TableSpec table) {
+    DatabaseSpec spec = databaseWith({std::move(table)});
+    spec.otherObjects.push_back({.name = u"印刷", .type = static_cast<int>(ObjectType::Macro)});
+    return spec;
+}
+
+struct StorePlace {
+    const char* name;
+    FileFormat format;
+    StoreTable table;
+};
+
+// A store in each of the tables, in files of both engines.
+class StorePlaces : public testing::TestWithParam<StorePlace> {
+protected:
+    static FilePointer fileWith(const Streams& streams) {
+        const auto& [name, format, table] = GetParam();
+        DatabaseSpec spec =
+            withDocuments(table == StoreTable::MSysAccessStorage ? storageTable(streams)
+                                                                 : storeTable(compoundFile(streams), format));
+        spec.format = format;
+        if (format == FileFormat::Access2000) {
+            spec.accessVersion.reset(); // no store but this one
+        }
+        return fileOf(spec);
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    All, StorePlaces,
+    testing::Values(StorePlace{"RowsInJet3", FileFormat::Access97, StoreTable::MSysAccessStorage},
+                    StorePlace{"PiecesInJet3", FileFormat::Access97, StoreTable::MSysAccessObjects},
+                    StorePlace{"RowsInJet4", FileFormat::Access2000, StoreTable::MSysAccessStorage},
+                    StorePlace{"PiecesInJet4", FileFormat::Access2000, StoreTable::MSysAccessObjects}),
+    [](const auto& place) { return place.param.name; });
 
 std::vector<Text> titlesOf(const ModuleSource& source) {
     std::vector<Text> titles;
@@ -99,18 +131,15 @@ bool has(const Text& text, TextView part) {
     return text.find(part) != Text::npos;
 }
 
-TEST(Stores, EachTableGivesTheWholeProjectThoughItIsLocked) {
-    for (const auto& [name, table] : bothTables) {
-        SCOPED_TRACE(name);
-        const ModuleSource source(fileOf(table(projectStreams())));
-        expectWhole(source);
-        EXPECT_EQ(source.text(*source.find(ModuleOwner::Module, u"標準")).kind(), ModuleKind::Standard);
-        EXPECT_EQ(source.text(*source.find(ModuleOwner::Module, u"型")).kind(), ModuleKind::Class);
-        EXPECT_EQ(source.text(*source.find(ModuleOwner::Form, u"受注")).kind(), ModuleKind::Class);
-    }
+TEST_P(StorePlaces, EachTableGivesTheWholeProjectThoughItIsLocked) {
+    const ModuleSource source(fileWith(projectStreams()));
+    expectWhole(source);
+    EXPECT_EQ(source.text(*source.find(ModuleOwner::Module, u"標準")).kind(), ModuleKind::Standard);
+    EXPECT_EQ(source.text(*source.find(ModuleOwner::Module, u"型")).kind(), ModuleKind::Class);
+    EXPECT_EQ(source.text(*source.find(ModuleOwner::Form, u"受注")).kind(), ModuleKind::Class);
 }
 
-TEST(Stores, StoragesGiveTheirStreamsAndObjects) {
+TEST_P(StorePlaces, StoragesGiveTheirStreamsAndObjects) {
     Streams streams = projectStreams();
     // 4 zeros, then for each object a 4, the length, the name and the number.
     const std::string list = std::string(4, '\0') + "\x04\x08" + utf16(u"受注") +
@@ -119,27 +148,22 @@ TEST(Stores, StoragesGiveTheirStreamsAndObjects) {
     streams.emplace_back(u"Forms/\u0003DirData", Bytes(list.begin(), list.end()));
     streams.emplace_back(u"Forms/7/Blob", Bytes(5000, 7));
     streams.emplace_back(u"Forms/7/TypeInfo", Bytes());
-    for (const auto& [name, table] : bothTables) {
-        SCOPED_TRACE(name);
-        const FilePointer file = fileOf(table(streams));
-        const bool isRows = file->findTable(u"MSysAccessStorage") != nullptr;
-        EXPECT_FALSE(
-            AccessStore::open(*file, isRows ? StoreTable::MSysAccessObjects : StoreTable::MSysAccessStorage));
-        const AccessStore store =
-            AccessStore::open(*file, isRows ? StoreTable::MSysAccessStorage : StoreTable::MSysAccessObjects)
-                .value();
-        EXPECT_EQ(store.children({}).size(), 2u);
-        EXPECT_EQ(store.children(u"FORMS").size(), 2u);
-        EXPECT_EQ(store.stream(u"Forms/7/blob"), Bytes(5000, 7));
-        EXPECT_EQ(store.stream(u"Forms/7/TypeInfo"), Bytes());
-        EXPECT_FALSE(store.stream(u"Forms/7"));
-        const auto objects = store.objects(u"Forms");
-        ASSERT_EQ(objects.size(), 2u);
-        EXPECT_EQ(objects[0].name, u"受注");
-        EXPECT_EQ(objects[0].path, u"Forms/7");
-        EXPECT_EQ(objects[1].path, u"Forms/256");
-        EXPECT_TRUE(store.objects(u"Reports").empty());
-    }
+    const FilePointer file = fileWith(streams);
+    const bool isRows = GetParam().table == StoreTable::MSysAccessStorage;
+    EXPECT_FALSE(
+        AccessStore::open(*file, isRows ? StoreTable::MSysAccessObjects : StoreTable::MSysAccessStorage));
+    const AccessStore store = AccessStore::open(*file, GetParam().table).value();
+    EXPECT_EQ(store.children({}).size(), 2u);
+    EXPECT_EQ(store.children(u"FORMS").size(), 2u);
+    EXPECT_EQ(store.stream(u"Forms/7/blob"), Bytes(5000, 7));
+    EXPECT_EQ(store.stream(u"Forms/7/TypeInfo"), Bytes());
+    EXPECT_FALSE(store.stream(u"Forms/7"));
+    const auto objects = store.objects(u"Forms");
+    ASSERT_EQ(objects.size(), 2u);
+    EXPECT_EQ(objects[0].name, u"受注");
+    EXPECT_EQ(objects[0].path, u"Forms/7");
+    EXPECT_EQ(objects[1].path, u"Forms/256");
+    EXPECT_TRUE(store.objects(u"Reports").empty());
 }
 
 // A form of Access 2000 with what a later version added to it, a wide report, and a macro in UTF-16.
@@ -172,12 +196,6 @@ Streams storedDocuments() {
     return streams;
 }
 
-DatabaseSpec withDocuments(TableSpec table) {
-    DatabaseSpec spec = databaseWith({std::move(table)});
-    spec.otherObjects.push_back({.name = u"印刷", .type = static_cast<int>(ObjectType::Macro)});
-    return spec;
-}
-
 std::string failureOf(const std::function<void()>& act) {
     try {
         act();
@@ -188,30 +206,23 @@ std::string failureOf(const std::function<void()>& act) {
     return "nothing failed";
 }
 
-TEST(Stores, DesignsAreFoundByTheNameOfTheObject) {
-    for (const auto& [name, table] : bothTables) {
-        SCOPED_TRACE(name);
-        const DesignSource source(fileOf(withDocuments(table(storedDocuments()))));
-        const auto form = source.design(*source.find(DesignKind::Form, u"受注"));
-        EXPECT_EQ(form->root()[u"RecordSource"], Value(Text(u"受注")));
-        EXPECT_EQ(form->root()[u"OrderByOnLoad"], Value(true));
-        EXPECT_EQ(form->modelVersion(), 20);
-        const auto& document = *source.find(DesignKind::Report, u"一覧");
-        EXPECT_EQ(source.design(document)->root()[u"Width"], Value(std::int64_t{900}));
-        EXPECT_EQ(source.streams(document).path, fromUtf8(name) + u": Reports/300");
-        EXPECT_TRUE(source.typeInfo(document).entries.empty()); // there is none
-    }
+TEST_P(StorePlaces, DesignsAreFoundByTheNameOfTheObject) {
+    const DesignSource source(fileWith(storedDocuments()));
+    const auto form = source.design(*source.find(DesignKind::Form, u"受注"));
+    EXPECT_EQ(form->root()[u"RecordSource"], Value(Text(u"受注")));
+    EXPECT_EQ(form->root()[u"OrderByOnLoad"], Value(true));
+    EXPECT_EQ(form->modelVersion(), 20);
+    const auto& document = *source.find(DesignKind::Report, u"一覧");
+    EXPECT_EQ(source.design(document)->root()[u"Width"], Value(std::int64_t{900}));
+    EXPECT_EQ(source.streams(document).path, Text(nameOf(GetParam().table)) + u": Reports/300");
+    EXPECT_TRUE(source.typeInfo(document).entries.empty()); // there is none
 }
 
-TEST(Stores, AnObjectWithoutADesignThereIsNamed) {
-    for (const auto& [name, table] : bothTables) {
-        SCOPED_TRACE(name);
-        const DesignSource source(fileOf(withDocuments(table(storedDocuments()))));
-        for (const TextView form : {u"空", u"名前だけ"}) { // with an empty one, and in no list
-            const std::string problem =
-                failureOf([&] { source.design(*source.find(DesignKind::Form, form)); });
-            EXPECT_NE(problem.find(toUtf8(form)), std::string::npos) << problem;
-        }
+TEST_P(StorePlaces, AnObjectWithoutADesignThereIsNamed) {
+    const DesignSource source(fileWith(storedDocuments()));
+    for (const TextView form : {u"空", u"名前だけ"}) { // with an empty one, and in no list
+        const std::string problem = failureOf([&] { source.design(*source.find(DesignKind::Form, form)); });
+        EXPECT_NE(problem.find(toUtf8(form)), std::string::npos) << problem;
     }
 }
 
@@ -242,20 +253,17 @@ TEST(Stores, WhatADamagedStreamHoldsIsNamedWithItsPlace) {
     EXPECT_NE(problemOf(*report).find("種類が違います"), std::string::npos);
 }
 
-TEST(Stores, MacrosAreFoundByTheNameOfTheObject) {
-    for (const auto& [name, table] : bothTables) {
-        SCOPED_TRACE(name);
-        Streams streams = storedDocuments();
-        const FilePointer damaged = fileOf(withDocuments(table(streams)));
-        const access::MacroSource source(damaged);
-        EXPECT_NE(failureOf([&] { source.sheet(*source.find(u"印刷")); }).find("\"印刷\" のシートの"),
-                  std::string::npos);
-        Bytes header(36);
-        std::fill(header.begin() + 4, header.begin() + 32, std::uint8_t{0xFF});
-        *test::find(streams, u"Scripts/1/Blob") = header;
-        const access::MacroSource whole(fileOf(withDocuments(table(streams))));
-        EXPECT_TRUE(whole.sheet(*whole.find(u"印刷")).rows.empty());
-    }
+TEST_P(StorePlaces, MacrosAreFoundByTheNameOfTheObject) {
+    Streams streams = storedDocuments();
+    const FilePointer damaged = fileWith(streams);
+    const access::MacroSource source(damaged);
+    EXPECT_NE(failureOf([&] { source.sheet(*source.find(u"印刷")); }).find("\"印刷\" のシートの"),
+              std::string::npos);
+    Bytes header(36);
+    std::fill(header.begin() + 4, header.begin() + 32, std::uint8_t{0xFF});
+    *test::find(streams, u"Scripts/1/Blob") = header;
+    const access::MacroSource whole(fileWith(streams));
+    EXPECT_TRUE(whole.sheet(*whole.find(u"印刷")).rows.empty());
 }
 
 TEST(Stores, AListOfObjectsThatIsCutOffIsDamage) {
@@ -272,30 +280,24 @@ TEST(Stores, AListOfObjectsThatIsCutOffIsDamage) {
     }
 }
 
-TEST(Stores, AModuleWithoutItsStreamIsNamedAndTheOthersAreRead) {
-    for (const auto& [name, table] : bothTables) {
-        SCOPED_TRACE(name);
-        Streams streams = projectStreams();
-        std::erase_if(streams, [](const auto& stream) { return stream.first == streamPath(u"標準"); });
-        const ModuleSource source(fileOf(table(streams)));
-        EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), noSource));
-        EXPECT_EQ(textOf(source, ModuleOwner::Module, u"型"), u"Option Explicit\r\n");
-    }
+TEST_P(StorePlaces, AModuleWithoutItsStreamIsNamedAndTheOthersAreRead) {
+    Streams streams = projectStreams();
+    std::erase_if(streams, [](const auto& stream) { return stream.first == streamPath(u"標準"); });
+    const ModuleSource source(fileWith(streams));
+    EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), noSource));
+    EXPECT_EQ(textOf(source, ModuleOwner::Module, u"型"), u"Option Explicit\r\n");
 }
 
-TEST(Stores, WhereOnlyTheCompiledCodeIsLeftEachModuleSaysSo) {
-    for (const auto& [name, table] : bothTables) {
-        SCOPED_TRACE(name);
-        Streams streams = projectStreams();
-        for (const ProjectModule& module : fewModules) {
-            constexpr std::string_view compiledCode = "\x01\x16\x03 compiled code";
-            test::find(streams, streamPath(module.name))->assign(compiledCode.begin(), compiledCode.end());
-        }
-        const ModuleSource source(fileOf(table(streams)));
-        ASSERT_EQ(source.modules().size(), 4u);
-        for (const ModuleDocument& document : source.modules()) {
-            EXPECT_TRUE(has(textOf(source, document.owner, document.name), noSource));
-        }
+TEST_P(StorePlaces, WhereOnlyTheCompiledCodeIsLeftEachModuleSaysSo) {
+    Streams streams = projectStreams();
+    for (const ProjectModule& module : fewModules) {
+        constexpr std::string_view compiledCode = "\x01\x16\x03 compiled code";
+        test::find(streams, streamPath(module.name))->assign(compiledCode.begin(), compiledCode.end());
+    }
+    const ModuleSource source(fileWith(streams));
+    ASSERT_EQ(source.modules().size(), 4u);
+    for (const ModuleDocument& document : source.modules()) {
+        EXPECT_TRUE(has(textOf(source, document.owner, document.name), noSource));
     }
 }
 
@@ -306,25 +308,22 @@ TEST(Stores, AModuleThatTheProjectDoesNotHaveIsNamed) {
     EXPECT_EQ(textOf(source, ModuleOwner::Module, u"型"), u"Option Explicit\r\n");
 }
 
-TEST(Stores, WithoutAProjectEachModuleIsNamed) {
-    for (const auto& [name, table] : bothTables) {
-        SCOPED_TRACE(name);
-        const ModuleSource source(fileOf(table({{u"VBA/AcessVBAData", Bytes(12)}})));
-        EXPECT_EQ(source.modules().size(), 2u); // only the project tells which forms have code
-        EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), noProject));
-    }
+TEST_P(StorePlaces, WithoutAProjectEachModuleIsNamed) {
+    const ModuleSource source(fileWith({{u"VBA/AcessVBAData", Bytes(12)}}));
+    EXPECT_EQ(source.modules().size(), 2u); // only the project tells which forms have code
+    EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), noProject));
+}
+
+TEST(Stores, AFileWithoutAStoreHasNoProject) {
     const ModuleSource none(fileOf(databaseWith({})));
     EXPECT_TRUE(has(textOf(none, ModuleOwner::Module, u"標準"), noProject));
 }
 
-TEST(Stores, ADamagedDirectoryOfTheProjectIsNamedByEachModule) {
-    for (const auto& [name, table] : bothTables) {
-        SCOPED_TRACE(name);
-        Streams streams = projectStreams();
-        test::find(streams, directoryPath)->resize(20);
-        const ModuleSource source(fileOf(table(streams)));
-        EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), u"VBA のプロジェクトの"));
-    }
+TEST_P(StorePlaces, ADamagedDirectoryOfTheProjectIsNamedByEachModule) {
+    Streams streams = projectStreams();
+    test::find(streams, directoryPath)->resize(20);
+    const ModuleSource source(fileWith(streams));
+    EXPECT_TRUE(has(textOf(source, ModuleOwner::Module, u"標準"), u"VBA のプロジェクトの"));
 }
 
 TEST(Stores, WithoutTheListOfKindsEveryClassOfThatNameIsTheForms) {
