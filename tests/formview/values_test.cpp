@@ -1,9 +1,14 @@
+#include <fstream>
+#include <iterator>
+
 #include <gmock/gmock.h>
 
 #include "drawn_target.h"
 #include "formview/record_source.h"
 #include "formview/value_format.h"
 #include "platform/runtime_error.h"
+#include "sample_builder/database_writer.h"
+#include "sample_builder/description.h"
 
 namespace relvane::formview {
 namespace {
@@ -167,6 +172,39 @@ TEST_F(RecordSources, ColumnsMayBeComputed) {
                 ElementsAre(u"2-1998", u"1-1998", u"1-1998"));
     EXPECT_THAT(column(u"SELECT 備考 & \"!\" FROM 客"),
                 ElementsAre(u"!", u"!", u"!")); // long texts are read later
+}
+
+// A file of Access 2000 whose last column is then said to be calculated, as Access 2010 and later say it.
+TEST(CalculatedColumns, AreCalculatedAnew) {
+    const test::TemporaryFolder folder;
+    const auto path = folder / "target.mdb";
+    auto spec = samples::parseDescription(R"text(database
+  code-page 932
+table 明細
+  column 数量 long
+  column 金額 currency
+  column-property Expression text "[数量]*12"
+  row 3 1
+  row 5 1
+)text");
+    spec.format = samples::FileFormat::Access2000;
+    samples::writeDatabase(spec, path);
+    std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(file)), {});
+    const std::string currencyColumn("\x05\x59\x06\0\0", 5); // its type and the mark of a column
+    const auto column = bytes.find(currencyColumn);
+    ASSERT_NE(column, std::string::npos);
+    constexpr std::size_t secondFlags = 16;
+    file.seekp(static_cast<std::streamoff>(column + secondFlags)).put(static_cast<char>(0xC0));
+    file.close();
+
+    test::DrawnTarget target(path);
+    const auto records =
+        RecordSource(target.database()).records(u"明細", {.rows = 9, .fields = std::vector<Text>{u"金額"}});
+    ASSERT_TRUE(records);
+    ASSERT_EQ(records->rows.size(), 2u);
+    EXPECT_EQ(toText(records->rows[0][1]), u"36");
+    EXPECT_EQ(toText(records->rows[1][1]), u"60");
 }
 
 TEST_F(RecordSources, GroupsHaveTheirTotals) {

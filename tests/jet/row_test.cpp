@@ -183,6 +183,14 @@ TEST_F(Values, NumbersAreLittleEndian) {
     EXPECT_EQ(valueOf(fixedColumn(ColumnType::BigInt, 0, 0), Bytes(8, 0xFF), jet4), Value(std::int64_t{-1}));
 }
 
+TEST_F(Values, OfCalculatedColumnsAreNotTakenForWhatTheyAreNot) {
+    Column column = fixedColumn(ColumnType::Long, 0, 0);
+    column.secondFlags = 0xC0;
+    EXPECT_EQ(valueOf(column, {7, 0, 0, 0}, jet4), Value(Null{}));
+    column.type = ColumnType::Boolean;
+    EXPECT_EQ(valueOf(column, {7, 0, 0, 0}, jet4), Value(Null{}));
+}
+
 TEST_F(Values, FixedTypesMayStandAmongTheVariableColumns) {
     EXPECT_EQ(valueOf(column(ColumnType::Long, 0, 0), {7, 0, 0, 0}), Value(std::int64_t{7}));
 }

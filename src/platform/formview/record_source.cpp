@@ -236,6 +236,9 @@ private:
     std::optional<Relation> tableRows(dao::TableDef& table, const Text& knownAs) {
         Relation relation;
         std::vector<std::optional<int>> positions; // in the table; none for what nobody asks for
+        for (const auto& field : table.Fields()) {
+            addNames(field->Expression());
+        }
         int position = 0;
         for (const auto& field : table.Fields()) {
             const Text name = field->Name();
@@ -258,8 +261,24 @@ private:
             }
             cursor->MoveNext();
         }
+        calculate(relation, table);
         sortByKey(relation, table);
         return relation;
+    }
+
+    // Fields that are calculated from others of the table.
+    static void calculate(Relation& relation, dao::TableDef& table) {
+        std::size_t place = 0;
+        for (const auto& field : table.Fields()) {
+            const Text formula = field->Expression();
+            if (const auto expression = formula.empty() ? std::nullopt : parseExpression(formula)) {
+                relation.longFields[place].reset();
+                for (Row& row : relation.rows) {
+                    row[place] = valueOf(*expression, scopeOf(relation, row));
+                }
+            }
+            ++place;
+        }
     }
 
     // Rows come in the order of the primary key.

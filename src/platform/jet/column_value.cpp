@@ -73,6 +73,9 @@ Value extendedDateValue(const ByteSpan& cell) {
 } // namespace
 
 Value columnValue(const PageFile& file, const Column& column, const Row& row) {
+    if (column.isCalculated()) {
+        return Null{};
+    }
     if (column.type == ColumnType::Boolean) {
         return row.bit(column);
     }

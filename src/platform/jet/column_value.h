@@ -6,7 +6,8 @@
 
 namespace relvane::jet {
 
-// Null for a null column and for a date that is none. Long values are read whole. A column of a type that nobody
+// Null for a null column, for a date that is none, and for a calculated column, whose results are kept in a way that is
+// not known. Long values are read whole. A column of a type that nobody
 // knows gives its bytes.
 Value columnValue(const PageFile& file, const Column& column, const Row& row);
 
