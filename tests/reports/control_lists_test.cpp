@@ -27,6 +27,17 @@ reports::ReportDocument census(AnalysedStore& store) {
     return reports::open(store.rows(), u"R_RvControlCount", printed);
 }
 
+TEST(FormList, NamesTheViewsOfLaterVersions) {
+    AnalysedStore store;
+    for (int form = 0; form < 6; ++form) {
+        store.addForm(text("F_受注入力"), text("受注"));
+    }
+    const std::string pages = squeezed(pdfText(printed_pdf(formList(store), "form-list-views")));
+    for (const char* view : {"ピボットテーブル", "ピボットグラフ", "分割フォーム"}) {
+        EXPECT_THAT(pages, HasSubstr(std::string("既定のビュー") + view));
+    }
+}
+
 TEST(FormList, ShowsFormsTheirEventsControlsAndProperties) {
     AnalysedStore store;
     store.addForm(text("F_受注入力"), longSource);

@@ -73,7 +73,7 @@ void AnalysedStore::addForm(const Text& name, const Text& recordSource, int opti
                 {u"Filter", text("フィルタ : ")},
                 {u"OrderBy", text("並べ替え : ") + (forms_ % 2 == 1 ? text("受注日 DESC") : Text())},
                 {u"Caption", text("受注の入力")},
-                {u"DefaultView", (forms_ - 1) % 3},
+                {u"DefaultView", (forms_ - 1) % 6}, // three of them of later versions
                 {u"AllowEdits", true},
                 {u"AllowDeletions", false},
                 {u"AllowAdditions", true},
