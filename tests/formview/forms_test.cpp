@@ -457,9 +457,9 @@ TEST(FormViews, ALaterApplicationShowsWhatItComputes) {
     drawAll(*file, 22);
     DrawnTarget target(*file);
     const Picture order = target.use(u"受注"), quarters = target.use(u"四半期売上高");
-    EXPECT_GT(inkIn(order, {490, 165, 70, 12}), 40);    // the price of the first line
-    EXPECT_GT(inkIn(order, {475, 206, 90, 12}), 40);    // all lines
-    EXPECT_GT(inkIn(order, {475, 246, 90, 12}), 40);    // with freight
+    EXPECT_GT(inkIn(order, {490, 165, 70, 12}), 40);      // the price of the first line
+    EXPECT_GT(inkIn(order, {475, 206, 90, 12}), 40);      // all lines
+    EXPECT_GT(inkIn(order, {475, 246, 90, 12}), 40);      // with freight
     EXPECT_GT(inkIn(quarters, {150, 120, 330, 60}), 150); // a crosstab
 }
 
