@@ -259,8 +259,9 @@ TEST_P(CodeCases, MacrosOfAllKindsOccur) {
             longStatements += row.arguments[0].size() > 200 ? 1 : 0;
         }
     }
+    constexpr std::uint16_t laterActions = 72; // from here on those of later versions
     for (const access::MacroAction& action : access::macroActions()) {
-        EXPECT_TRUE(actions.contains(action.number)) << toUtf8(action.name);
+        EXPECT_EQ(actions.contains(action.number), action.number < laterActions) << toUtf8(action.name);
     }
     EXPECT_GT(continued, 5u);
     EXPECT_GT(remarks, 5u);
