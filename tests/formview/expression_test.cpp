@@ -80,6 +80,19 @@ INSTANTIATE_TEST_SUITE_P(NotUnderstood, Computed,
                                          Case{u"a Between 1", "?"}, Case{u"a Is 1", "?"},
                                          Case{u"a In 1", "?"}));
 
+TEST(Expressions, MoneyStaysMoneyUnlessWithADouble) {
+    Scope scope;
+    scope.field = [](const FieldName&) { return Value(Currency{125000}); };
+    const auto isMoney = [&](TextView text) {
+        return std::holds_alternative<Currency>(valueOf(*parseExpression(text), scope));
+    };
+    EXPECT_TRUE(isMoney(u"price*3"));
+    EXPECT_TRUE(isMoney(u"-price+price"));
+    EXPECT_TRUE(isMoney(u"CCur(price*1.5)*100"));
+    EXPECT_FALSE(isMoney(u"price*1.5"));
+    EXPECT_FALSE(isMoney(u"price/3"));
+}
+
 TEST(Expressions, AControlOfASubformIsNamedByItsPath) {
     const auto expression = parseExpression(u"[the lines].[Form]![total]");
     ASSERT_TRUE(expression && expression->isField());

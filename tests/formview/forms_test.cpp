@@ -300,6 +300,19 @@ TEST(FormViews, ASubformShowsTheRecordsThatBelongToTheMainOne) {
     EXPECT_GT(inkIn(free, {21, 21, 120, 40}), 60);
 }
 
+TEST(FormViews, MoneyWithoutAFormatHasThatOfTheSystem) {
+    const auto ink = [](std::string_view source, std::string_view more = {}) {
+        return inkIn(drawn("  TextBox 欄 at 300 300 size 1800 300 TextAlign 1 ControlSource \"" +
+                               std::string(source) + "\" " + std::string(more),
+                           "  set RecordSource 客"),
+                     {22, 22, 116, 16});
+    };
+    EXPECT_EQ(ink("=CCur(1234)"), ink("=1234", "Format Currency"));
+    EXPECT_EQ(ink("=CCur(1234)", "DecimalPlaces 2"), ink("=1234", "Format Currency DecimalPlaces 2"));
+    EXPECT_EQ(ink("=CCur(1234)", "Format \"0\""), ink("='1234'"));
+    EXPECT_GT(ink("=CCur(1234)"), ink("='1234'"));
+}
+
 TEST(FormViews, AControlMayNameOneInASubform) {
     const auto ink = [](std::string_view source) {
         const Picture picture = drawn(

@@ -81,9 +81,13 @@ bool goesRight(const Value& value) {
            !std::holds_alternative<Bytes>(value) && !std::holds_alternative<Guid>(value);
 }
 
+// Money without a format has that of the system.
 ShownText shown(const Value& value, const DesignObject& control) {
-    return {qText(formattedValue(value, text(control, u"Format"),
-                                 number(control, u"DecimalPlaces", automaticDecimals))),
+    Text format = text(control, u"Format");
+    if (format.empty() && std::holds_alternative<Currency>(value)) {
+        format = u"Currency";
+    }
+    return {qText(formattedValue(value, format, number(control, u"DecimalPlaces", automaticDecimals))),
             goesRight(value)};
 }
 

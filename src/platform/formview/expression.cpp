@@ -49,8 +49,13 @@ std::optional<Value> dateIn(TextView text) { // month/day/year [hour:minute[:sec
 std::optional<Value> constantOf(const Token& token) {
     switch (token.kind) {
     case TokenKind::Number: {
+        const bool isWhole =
+            token.text.size() < 10 && token.text.find_first_not_of(u"0123456789") == TextView::npos;
         std::optional<Value> number;
-        skipErrors([&] { number = toDouble(Text(token.text)); });
+        skipErrors([&] {
+            number =
+                isWhole ? Value(std::int64_t{toLong(Text(token.text))}) : Value(toDouble(Text(token.text)));
+        });
         return number;
     }
     case TokenKind::String:

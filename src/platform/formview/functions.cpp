@@ -63,11 +63,26 @@ std::size_t lengthOf(const Value& value) {
 
 // ---- Operators
 
+bool isMoney(const Value& value) {
+    return std::holds_alternative<Currency>(value);
+}
+
+Value money(double number) {
+    return Currency{whole(numberOf(clean(number * 10000)))};
+}
+
+// Money stays money, unless with a number of double precision.
+Value ofKind(double number, const Value& left, const Value& right) {
+    const auto isDouble = [](const Value& value) { return std::holds_alternative<double>(value); };
+    const bool staysMoney = (isMoney(left) || isMoney(right)) && !isDouble(left) && !isDouble(right);
+    return staysMoney ? money(number) : clean(number);
+}
+
 // A date and a number make a date.
 Value sum(const Value& left, const Value& right, double sign) {
     const double total = numberOf(left) + sign * numberOf(right);
     if (isDate(left) == isDate(right)) {
-        return clean(total);
+        return ofKind(total, left, right);
     }
     const auto date = DateTime::fromOleDate(total);
     return date ? Value(*date) : Value(Null{});
@@ -83,11 +98,11 @@ Value minus(Operands values) {
 }
 
 Value negative(Operands values) {
-    return clean(-numberOf(values[0]));
+    return ofKind(-numberOf(values[0]), values[0], values[0]);
 }
 
 Value times(Operands values) {
-    return clean(numberOf(values[0]) * numberOf(values[1]));
+    return ofKind(numberOf(values[0]) * numberOf(values[1]), values[0], values[1]);
 }
 
 Value divided(Operands values) {
@@ -247,7 +262,7 @@ Value orZero(Operands values) {
 }
 
 Value currencyOf(Operands values) {
-    return Currency{whole(numberOf(clean(numberOf(values[0]) * 10000)))};
+    return money(numberOf(values[0]));
 }
 
 Value wholeOf(Operands values) {
@@ -375,16 +390,17 @@ Value total(Operands values) {
     bool areMoney = !values.empty();
     for (const Value& value : values) {
         sum += numberOf(value);
-        areMoney = areMoney && std::holds_alternative<Currency>(value);
+        areMoney = areMoney && isMoney(value);
     }
-    return values.empty() ? Value(Null{}) : areMoney ? currencyOf(std::array{Value(sum)}) : clean(sum);
+    return values.empty() ? Value(Null{}) : areMoney ? money(sum) : clean(sum);
 }
 
 Value average(Operands values) {
     if (values.empty()) {
         return Null{};
     }
-    return clean(numberOf(total(values)) / static_cast<double>(values.size()));
+    const Value sum = total(values);
+    return ofKind(numberOf(sum) / static_cast<double>(values.size()), sum, sum);
 }
 
 Value count(Operands values) {
