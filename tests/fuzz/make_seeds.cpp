@@ -1,9 +1,12 @@
-// Writes small databases into the folder named by the argument: seeds for fuzz_open that reach every reader. In its
-// folder "stores" seeds for fuzz_store: the stores of newer files, in databases and as a file by itself.
+// make_seeds FOLDER DATABASE: writes small databases into the folder, seeds for fuzz_open that reach every reader. In its
+// folder "stores" seeds for fuzz_store: the stores of newer files, in databases and as a file by itself. In "designs",
+// "macros" and "vba" the streams of DATABASE, which Access 2000 keeps in such a store.
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 
+#include "access/access_store.h"
 #include "sample_builder/database_writer.h"
 #include "sample_builder/many_forms.h"
 #include "support/encrypted_ace.h"
@@ -168,13 +171,49 @@ void writeEncrypted(const std::filesystem::path& folder) {
     write("agile.accdb", {.kind = AceEncryption::Agile, .rounds = "2"});
 }
 
+struct Seeds {
+    TextView container;
+    const char* folder;
+};
+constexpr Seeds seedsOfContainers[] = {
+    {u"Forms/", "designs"}, {u"Reports/", "designs"}, {u"Scripts/", "macros"}, {u"VBA/", "vba"}};
+
+// The streams below that path in the store.
+void collect(const access::AccessStore& store, const Text& path, Streams& streams) {
+    for (const access::AccessStore::Entry& entry : store.children(path)) {
+        const Text inner = path.empty() ? entry.name : path + u'/' + entry.name;
+        if (entry.isStorage) {
+            collect(store, inner, streams);
+        } else {
+            streams.emplace_back(inner, store.stream(inner).value());
+        }
+    }
+}
+
+void writeStreams(const std::filesystem::path& database, const std::filesystem::path& folder) {
+    const auto file = jet::openJetFile(database.native(), {});
+    Streams streams;
+    collect(access::AccessStore::open(*file, access::StoreTable::MSysAccessObjects).value(), {}, streams);
+    for (const Seeds& seeds : seedsOfContainers) {
+        std::filesystem::create_directories(folder / seeds.folder);
+        for (const auto& [path, content] : streams) {
+            if (path.starts_with(seeds.container)) {
+                std::string name = toUtf8(path);
+                std::ranges::replace(name, '/', '.');
+                std::ranges::replace(name, '\3', '_'); // begins the names of some
+                writeBytes(folder / seeds.folder / name, content);
+            }
+        }
+    }
+}
+
 } // namespace
 } // namespace relvane::samples
 
 int main(int count, char** arguments) {
     using namespace relvane::samples;
-    if (count != 2) {
-        std::cerr << "usage: make_seeds FOLDER\n";
+    if (count != 3) {
+        std::cerr << "usage: make_seeds FOLDER DATABASE\n";
         return 2;
     }
     const std::filesystem::path folder = arguments[1];
@@ -203,6 +242,8 @@ int main(int count, char** arguments) {
     const relvane::Bytes compound = test::compoundFile(streams);
     writeDatabase(databaseWithStore(test::storageTable(streams)), stores / "rows.mdb");
     writeDatabase(databaseWithStore(test::objectsTable(compound)), stores / "pieces.mdb");
+    writeDatabase(savedAs(designs(), FileFormat::Access2000), stores / "designs2000.mdb");
     writeBytes(stores / "compound.bin", compound);
+    writeStreams(arguments[2], folder);
     return 0;
 }
