@@ -124,7 +124,7 @@ TEST(SampleMacroBytes, WideTextsAreThoseOfTheRowsAlone) {
     constexpr std::uint8_t header[] = {4, 0, '3', 0, '3', 0, 0, 0},
                            wide[] = {6, 0, 0x8B, 0x95, 0x4F, 0x30, 0, 0};
     const auto has = [](const Bytes& sheet, std::span<const std::uint8_t> part) {
-        return !std::ranges::search(sheet, part).empty();
+        return std::search(sheet.begin(), sheet.end(), part.begin(), part.end()) != sheet.end();
     };
     EXPECT_TRUE(has(written(true), header));
     EXPECT_TRUE(has(written(true), wide));
