@@ -63,6 +63,19 @@ void withModule(AnalysisContext& context, const Text& name,
     application.DoCmd().Close(access::acModule, name, access::acSaveNo);
 }
 
+std::optional<RunTimeError> missingSource(const std::function<void()>& read) {
+    constexpr int notAvailable = 2046;
+    try {
+        read();
+        return std::nullopt;
+    } catch (const RunTimeError& error) {
+        if (error.number() != notAvailable) {
+            throw;
+        }
+        return error;
+    }
+}
+
 void scanModule(AnalysisContext& context, const access::Module& module, const std::function<void()>& scan) {
     increment(context.ObjectNo);
     readModule(context, module, scan);

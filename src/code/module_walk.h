@@ -4,6 +4,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
 #include "objects/design_walk.h"
 
@@ -24,6 +25,10 @@ struct SourceKind {
 extern const std::array<SourceKind, 3> sourceKinds;
 
 inline constexpr std::int16_t everyKind = 4; // the choice of all three
+
+// Runs `read`, and gives back the error of a compiled file, in which there is no source, so that what needs none can go
+// on. Any other error is thrown.
+std::optional<RunTimeError> missingSource(const std::function<void()>& read);
 
 // Scans the source of each object of the kinds that `option` chooses, each of which is CurrentKind in its turn. Forms and
 // reports without code are opened and closed and take no number. Before a scan ObjectNo is counted on, and the state has

@@ -42,24 +42,35 @@ Text fileOfLink(AnalysisContext& context, const dao::TableDef& table, const Text
     }
 }
 
+// Files as Access 2007 began to name them.
+bool isLaterKind(const AnalysisContext& context) {
+    const Text name = GetFileNamePart(context.frmRelvane.lblDBName.Caption.get());
+    const std::size_t dot = name.rfind(u'.');
+    constexpr TextView beginning = u".acc";
+    return dot != Text::npos && equalsIgnoringCase(TextView(name).substr(dot, beginning.size()), beginning);
+}
+
 void walkChosenFiles(AnalysisContext& context) {
+    constexpr TextView related[] = {u"*.m*", u"*.acc*"}, all[] = {u"*.*"};
     switch (context.OptFile) {
     case 1:
-        return AddFolderFiles(context, u"*.m*");
+        return AddFolderFiles(context, std::span(related).first(isLaterKind(context) ? 2 : 1));
     case 2:
         return AddLinkedFiles(context);
     case 3:
-        return AddFolderFiles(context, u"*.*");
+        return AddFolderFiles(context, all);
     }
 }
 
 } // namespace
 
-void AddFolderFiles(AnalysisContext& context, TextView pattern) {
+void AddFolderFiles(AnalysisContext& context, std::span<const TextView> patterns) {
     const Text folder = GetFolderPart(context.frmRelvane.lblDBName.Caption.get());
     std::int16_t fileNo = 0;
-    for (const Text& name : context.platform.files->Dir(folder + Text(pattern))) {
-        addFile(context, fileNo, folder + name, folder + name);
+    for (const TextView pattern : patterns) {
+        for (const Text& name : context.platform.files->Dir(folder + Text(pattern))) {
+            addFile(context, fileNo, folder + name, folder + name);
+        }
     }
 }
 

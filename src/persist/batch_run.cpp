@@ -3,8 +3,10 @@
 #include "code/comment_list.h"
 #include "code/macro_analysis.h"
 #include "code/module_listing.h"
+#include "code/module_walk.h"
 #include "code/procedure_list.h"
 #include "code/step_counts.h"
+#include "core/error_report.h"
 #include "objects/control_counts.h"
 #include "objects/file_list.h"
 #include "objects/form_analysis.h"
@@ -90,9 +92,18 @@ WalkEnd run(FrmBatch& batch, const Phase& phase, std::int16_t step) {
     return WalkEnd::Complete;
 }
 
+// A compiled file has no source: each list of it says so, and the others follow.
+WalkEnd runIfThere(FrmBatch& batch, const Phase& phase, std::int16_t step) {
+    WalkEnd end = WalkEnd::Complete;
+    if (const auto error = missingSource([&] { end = run(batch, phase, step); })) {
+        showErrorBox(batch.context, places::batch, places::batch.otherwise, *error);
+    }
+    return end;
+}
+
 WalkEnd runPhases(FrmBatch& batch, std::int16_t step) {
     for (const Phase& phase : phases) {
-        if (runs(batch.context, phase) && run(batch, phase, step) == WalkEnd::Stopped) {
+        if (runs(batch.context, phase) && runIfThere(batch, phase, step) == WalkEnd::Stopped) {
             return WalkEnd::Stopped;
         }
     }

@@ -289,10 +289,13 @@ void readObject(FrmSien& sien, const ReferenceRun& run, const Text& name, const 
         showMessage(sien.gauge, objectMessage);
         run.scan(sien, context.ObjectNo);
         if (design.HasModule()) {
-            readModule(context, design.Module(), [&] {
-                showMessage(sien.gauge, moduleMessage);
-                sien.state.LinkCallerKind = u"ﾓｼﾞｭｰﾙ";
-                ScanProcedureCalls(sien, context.ObjectNo);
+            // The preparation has said of a compiled file what is missing.
+            missingSource([&] {
+                readModule(context, design.Module(), [&] {
+                    showMessage(sien.gauge, moduleMessage);
+                    sien.state.LinkCallerKind = u"ﾓｼﾞｭｰﾙ";
+                    ScanProcedureCalls(sien, context.ObjectNo);
+                });
             });
         }
     });

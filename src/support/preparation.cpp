@@ -59,7 +59,10 @@ void cmdSyoki_Click(FrmSien& sien) {
             reopenTarget(context);
             forgetProcedures(sien.state);
         }
-        listProcedures(sien);
+        // Of a compiled file that is said, and what does without its source opens all the same.
+        if (const auto error = missingSource([&] { listProcedures(sien); })) {
+            showErrorBox(context, places::preparation, places::preparation.otherwise, *error);
+        }
         sien.Pointer = MousePointer::Normal;
         context.SienReady = 1;
         sien.openAnalyses();

@@ -95,6 +95,22 @@ TEST_F(RealFileList, TheFolderIsListedByTheTwoPatterns) {
     EXPECT_TRUE(program.dialogs.boxes.empty()) << toUtf8(program.dialogs.lastText());
 }
 
+// Where a target of 2007 or later is, its own kind belongs to it as well.
+TEST_F(RealFileList, BesideALaterTargetLaterFilesAreRelatedToo) {
+    writeTarget();
+    fs::rename(target(), app() / "受注.ACCDB");
+    for (const char* name : {"app/古い.mdb", "app/実行.accde", "app/account.txt"}) {
+        put(name);
+    }
+    RealProgram program;
+    ASSERT_TRUE(program.select(app() / "受注.ACCDB"));
+    program.form().optFile.choose(related - 1);
+    EXPECT_TRUE(program.press(program.form().cmdFile));
+    const auto rows = program.rows(u"T_RvFile");
+    EXPECT_EQ(sortedNames(rows), (Names{u"受注.ACCDB", u"古い.mdb", u"実行.accde"}));
+    EXPECT_EQ(column(rows, u"FileNo"), (Names{u"1", u"2", u"3"}));
+}
+
 TEST_F(RealFileList, LinksAreFoundByMappingByThemselvesAndBesideTheTarget) {
     put("server/共有/在庫.mdb", 100);
     const auto itself = put("elsewhere/売上.mdb", 200);
