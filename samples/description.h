@@ -43,8 +43,8 @@
 //     > TYPE NAME PROPERTY VALUE          a control in that one: a choice, a page; >> one in that, and so on
 //     label CAPTION PROPERTY VALUE        a label attached to the control before, whose name it takes
 //     with PROPERTY VALUE                 more of the object before
-//     Flags are yes or no, data bitmap:WIDTHxHEIGHTxBITS, metafile:WIDTHxHEIGHT, palette:COLOURS, object:BYTES (an
-//     embedded one with a presentation of so many bytes) or hexadecimal bytes.
+//     Flags are yes or no, data bitmap:WIDTHxHEIGHTxBITS (ground: the same, paler), metafile:WIDTHxHEIGHT,
+//     palette:COLOURS, object:BYTES (an embedded one with a presentation of so many bytes) or hexadecimal bytes.
 //
 //   form NAME    report NAME    module NAME
 //     code                                a form or report has a module; two Option lines, when no source follows

@@ -26,7 +26,7 @@ std::optional<DesignType> typeNamed(TextView name) {
     return std::nullopt;
 }
 
-// "bitmap:32x32x4", "metafile:3000x2000", "palette:16", "object:400", or else the bytes themselves.
+// "bitmap:32x32x4", "ground:24x24x8", "metafile:3000x2000", "palette:16", "object:400", or else the bytes themselves.
 Value takeData(DescriptionLine& line) {
     struct Maker {
         TextView name;
@@ -35,6 +35,7 @@ Value takeData(DescriptionLine& line) {
     };
     static constexpr Maker makers[] = {
         {u"bitmap", 3, [](const std::vector<int>& n) { return bitmapPicture(n[0], n[1], n[2]); }},
+        {u"ground", 3, [](const std::vector<int>& n) { return groundPicture(n[0], n[1], n[2]); }},
         {u"metafile", 2, [](const std::vector<int>& n) { return metafilePicture(n[0], n[1]); }},
         {u"palette", 1, [](const std::vector<int>& n) { return paletteOf(n[0]); }},
         {u"object", 1,

@@ -34,9 +34,15 @@ constexpr std::array<Colour, 16> colours = {{{0, 0, 0},
                                              {0, 255, 255},
                                              {255, 255, 255}}};
 
+constexpr std::size_t black = 0, navy = 4, grey = 7, yellow = 11, white = 15;
+
+// Pale enough for texts to stand on it.
+std::size_t weave(int x, int y, int, int) {
+    return (x + y) % 4 == 0 || (x - y) % 4 == 0 ? grey : white;
+}
+
 // A frame, a disc in it, and stripes outside the disc.
-std::size_t colourAt(int x, int y, int width, int height) {
-    constexpr std::size_t black = 0, navy = 4, yellow = 11, white = 15;
+std::size_t discAndStripes(int x, int y, int width, int height) {
     if (x == 0 || y == 0 || x == width - 1 || y == height - 1) {
         return black;
     }
@@ -59,9 +65,9 @@ void putFixedText(ByteWriter& bytes, std::string text, std::size_t length) {
     bytes.u8(0);
 }
 
-} // namespace
+using Motif = std::size_t (*)(int x, int y, int width, int height); // the number of the colour there
 
-Bytes bitmapPicture(int width, int height, int bits) {
+Bytes bitmapOf(Motif motif, int width, int height, int bits) {
     if (width < 1 || height < 1 || (bits != 1 && bits != 4 && bits != 8 && bits != 24)) {
         throw std::invalid_argument("no such bitmap");
     }
@@ -87,7 +93,7 @@ Bytes bitmapPicture(int width, int height, int bits) {
     for (int y = height - 1; y >= 0; --y) { // the last line first
         Bytes row(rowSize);
         for (int x = 0; x < width; ++x) {
-            const std::size_t colour = colourAt(x, y, width, height);
+            const std::size_t colour = motif(x, y, width, height);
             const auto at = static_cast<std::size_t>(x);
             if (bits == 24) {
                 row[3 * at] = static_cast<std::uint8_t>(colours[colour].blue);
@@ -103,6 +109,16 @@ Bytes bitmapPicture(int width, int height, int bits) {
         bytes.bytes(row);
     }
     return std::move(bytes.data());
+}
+
+} // namespace
+
+Bytes bitmapPicture(int width, int height, int bits) {
+    return bitmapOf(discAndStripes, width, height, bits);
+}
+
+Bytes groundPicture(int width, int height, int bits) {
+    return bitmapOf(weave, width, height, bits);
 }
 
 Bytes metafilePicture(int width, int height) {

@@ -9,6 +9,9 @@ namespace relvane::samples {
 // in them. `bits` is 1, 4, 8 or 24.
 Bytes bitmapPicture(int width, int height, int bits);
 
+// The same of a pale weave, to be repeated as a ground.
+Bytes groundPicture(int width, int height, int bits);
+
 // PictureData of an enhanced metafile that draws a frame and an ellipse. The size is in hundredths of a millimetre.
 Bytes metafilePicture(int width, int height);
 

@@ -68,10 +68,21 @@ void walkDocuments(AnalysisContext& context, TextView container,
     }
 }
 
+// Where later versions keep the files and values of a field that has many: "f_", 32 hexadecimal digits, "_" and the name
+// of the field.
+bool holdsValuesOfAField(TextView tableName) {
+    constexpr TextView beginning = u"f_", digits = u"0123456789ABCDEF";
+    constexpr std::size_t count = 32;
+    const TextView number =
+        tableName.size() > beginning.size() ? tableName.substr(beginning.size(), count + 1) : TextView();
+    return tableName.starts_with(beginning) && number.size() == count + 1 && number[count] == u'_' &&
+           number.substr(0, count).find_first_not_of(digits) == TextView::npos;
+}
+
 } // namespace
 
 bool isSystemTable(TextView tableName) {
-    return Left(tableName, 4) == u"MSys";
+    return Left(tableName, 4) == u"MSys" || holdsValuesOfAField(tableName);
 }
 
 bool isSystemQuery(const dao::QueryDef& query) {

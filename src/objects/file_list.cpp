@@ -1,9 +1,8 @@
 #include "objects/file_list.h"
 
-#include <limits>
-
 #include "core/error_report.h"
 #include "core/file_name_parts.h"
+#include "objects/table_walk.h"
 #include "output/report_show.h"
 
 namespace relvane {
@@ -22,12 +21,6 @@ void addFile(AnalysisContext& context, std::int16_t& fileNo, const Text& path, c
     row.Collect(u"FilePath", GetFolderPart(path));
     row.Collect(u"ReadOnly", std::int64_t{files.isReadOnly(file) ? 1 : 0});
     row.Update();
-}
-
-// Equality and not a bit: what is marked as more than a system table is listed.
-bool isMarkedAsSystem(const dao::TableDef& table) {
-    constexpr std::int32_t systemTable = std::numeric_limits<std::int32_t>::min(), systemObject = 2;
-    return table.Attributes() == systemTable || table.Attributes() == systemObject;
 }
 
 // The file of a link. Its error names the table as well; a source with settings behind its path, or in the place of
@@ -79,7 +72,7 @@ void AddLinkedFiles(AnalysisContext& context) {
     std::int16_t fileNo = 0;
     for (const auto& table : need(context.TargetDb).TableDefs()) {
         context.CurTableDef = table.get();
-        if (isMarkedAsSystem(*table)) {
+        if (hasSystemAttributes(context, *table)) {
             continue;
         }
         const Text connect = table->Connect();

@@ -8,13 +8,6 @@ namespace {
 
 constexpr std::int16_t includeLinks = 1, excludeLinks = 2;
 
-// The flags that mark a system table. They are compared as a whole: a table that has one among others is no system
-// table.
-bool hasSystemAttributes(const dao::TableDef& table) {
-    const auto attributes = static_cast<std::uint32_t>(table.Attributes());
-    return attributes == 0x80000000 || attributes == 2;
-}
-
 // Most links that lead nowhere raise an error of their own as soon as their fields are asked for. This is for a table
 // that answers and has none.
 bool isBroken(dao::TableDef& table) {
@@ -27,11 +20,20 @@ void showBrokenLink(AnalysisContext& context) {
 
 } // namespace
 
+bool hasSystemAttributes(const AnalysisContext& context, const dao::TableDef& table) {
+    constexpr std::uint32_t ofEngine = 0x80000000, ofAccess = 2;
+    const auto attributes = static_cast<std::uint32_t>(table.Attributes());
+    if (need(context.TargetDb).Version() == u"3.0") {
+        return attributes == ofEngine || attributes == ofAccess;
+    }
+    return (attributes & (ofEngine | ofAccess)) != 0;
+}
+
 WalkEnd walkTables(AnalysisContext& context, const TableWalk& walk) {
     std::int32_t done = 0;
     for (const auto& table : need(context.TargetDb).TableDefs()) {
         context.CurTableDef = table.get();
-        if (hasSystemAttributes(*table) || (walk.isWanted && !walk.isWanted(*table))) {
+        if (hasSystemAttributes(context, *table) || (walk.isWanted && !walk.isWanted(*table))) {
             continue;
         }
         if (walk.linkFilter == includeLinks) {

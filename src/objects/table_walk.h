@@ -20,6 +20,11 @@ struct TableWalk {
     std::function<bool(const dao::TableDef& table)> isWanted = {};
 };
 
+// Whether the table is marked as one of Jet or of Access. In files of Access 97 the marks are compared as a whole: a
+// table that has one among other flags is none. Later versions keep such flags on tables of their own, so that there each
+// mark counts by itself.
+bool hasSystemAttributes(const AnalysisContext& context, const dao::TableDef& table);
+
 // Stopped, behind a message box, by a table that has no fields to show.
 WalkEnd walkTables(AnalysisContext& context, const TableWalk& walk);
 

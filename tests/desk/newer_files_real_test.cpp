@@ -74,6 +74,29 @@ TEST(NewerFiles, FormsReportsAndCountsAreListedWithoutABox) {
     }
 }
 
+// Their marks stand among other flags, which those of Access 97 do not.
+TEST(NewerFiles, TablesOfAccessItselfAreNotListed) {
+    for (const Expected& expected : expectedFiles) {
+        const auto target = test::realSample(std::string("later/") + expected.file);
+        if (!target) {
+            return;
+        }
+        SCOPED_TRACE(expected.file);
+        RealProgram program;
+        ASSERT_TRUE(program.select(*target));
+        program.form().optTable.choose(2);
+        EXPECT_TRUE(program.press(program.form().cmdTable));
+        EXPECT_TRUE(program.press(program.form().cmdObject));
+        for (const auto& [table, field] :
+             {std::pair{u"T_RvTblInfo", u"TableName"}, {u"T_RvObject", u"ObjectName"}}) {
+            for (const StoredRow& row : program.rows(table)) {
+                const Text name = toText(row.at(field));
+                EXPECT_FALSE(name.starts_with(u"MSys") || name.starts_with(u"f_")) << toUtf8(name);
+            }
+        }
+    }
+}
+
 TEST(NewerFiles, TheEventsOfAControlAreFoundAtTheirPlaces) {
     const auto target = test::realSample("later/formPropTest.accdb");
     if (!target) {

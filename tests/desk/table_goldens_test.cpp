@@ -194,7 +194,8 @@ TEST(RealTables, EverySampleIsAnalysedWithEveryOptionAndNoneIsChanged) {
             EXPECT_TRUE(program.dialogs.boxes.empty()) << toUtf8(program.dialogs.lastText());
             const auto tables = program.rows(u"T_RvTblInfo");
             EXPECT_GE(tables.size(), static_cast<std::size_t>(program.desk->context.TableCount -
-                                                              program.desk->context.LinkTableCount));
+                                                              program.desk->context.LinkTableCount))
+                << "no table of its own is left out";
             EXPECT_EQ(tables.empty(), program.rows(u"T_RvTblItem").empty());
             ++analysed;
         }
