@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <limits>
+#include <optional>
+#include <vector>
 
 #include <QFontMetricsF>
 #include <QPainterPath>
@@ -12,9 +13,10 @@
 
 #include "access/old_metafile.h"
 #include "access/stored_bitmap.h"
+#include "formview/metafile_modes.h"
 #include "formview/metafile_objects.h"
+#include "formview/metafile_text.h"
 #include "formview/picture_image.h"
-#include "platform/codepage.h"
 
 namespace relvane::formview {
 namespace {
@@ -22,18 +24,6 @@ namespace {
 using jet::ByteSpan;
 
 // ---- Numbers of the drawing functions' parameters
-
-enum MapMode { isotropic = 7, anisotropic = 8 };
-
-// Units in a hundredth of a millimetre, by the number of the mode; there y grows upwards, but for pixels.
-constexpr double hundredthsAnInch = 2540, pixelsAnInch = 96;
-constexpr double unitsByMode[] = {0,
-                                  pixelsAnInch / hundredthsAnInch,
-                                  0.1,
-                                  1,
-                                  100 / hundredthsAnInch,
-                                  1000 / hundredthsAnInch,
-                                  1440 / hundredthsAnInch};
 
 enum BackgroundMode { opaqueBackground = 2 };
 enum FillMode { windingFill = 2 };
@@ -43,42 +33,6 @@ constexpr unsigned updatePosition = 1, right = 2, centre = 6, bottom = 8, baseli
 }
 namespace textOption {
 constexpr unsigned opaque = 2, clipped = 4;
-}
-
-using Mode = QPainter::CompositionMode;
-
-// How the pen's colour and what is there become one, by the number from 1 on.
-constexpr Mode penModes[] = {
-    QPainter::RasterOp_ClearDestination,        QPainter::RasterOp_NotSourceAndNotDestination,
-    QPainter::RasterOp_NotSourceAndDestination, QPainter::RasterOp_NotSource,
-    QPainter::RasterOp_SourceAndNotDestination, QPainter::RasterOp_NotDestination,
-    QPainter::RasterOp_SourceXorDestination,    QPainter::RasterOp_NotSourceOrNotDestination,
-    QPainter::RasterOp_SourceAndDestination,    QPainter::RasterOp_NotSourceXorDestination,
-    QPainter::CompositionMode_Destination,      QPainter::RasterOp_NotSourceOrDestination,
-    QPainter::CompositionMode_SourceOver,       QPainter::RasterOp_SourceOrNotDestination,
-    QPainter::RasterOp_SourceOrDestination,     QPainter::RasterOp_SetDestination};
-
-// The same for bitmaps and patterns, by the number that stands for the operation. Others are copied.
-constexpr struct {
-    std::uint32_t operation;
-    Mode mode;
-} bitmapModes[] = {{0x00000042, QPainter::RasterOp_ClearDestination},
-                   {0x00FF0062, QPainter::RasterOp_SetDestination},
-                   {0x00550009, QPainter::RasterOp_NotDestination},
-                   {0x00AA0029, QPainter::CompositionMode_Destination},
-                   {0x008800C6, QPainter::RasterOp_SourceAndDestination},
-                   {0x00EE0086, QPainter::RasterOp_SourceOrDestination},
-                   {0x00660046, QPainter::RasterOp_SourceXorDestination},
-                   {0x005A0049, QPainter::RasterOp_SourceXorDestination},
-                   {0x00440328, QPainter::RasterOp_SourceAndNotDestination},
-                   {0x00330008, QPainter::RasterOp_NotSource},
-                   {0x00BB0226, QPainter::RasterOp_NotSourceOrDestination},
-                   {0x001100A6, QPainter::RasterOp_NotSourceAndNotDestination}};
-
-Mode bitmapMode(std::uint32_t operation) {
-    const auto* found =
-        std::ranges::find_if(bitmapModes, [&](const auto& each) { return each.operation == operation; });
-    return found == std::end(bitmapModes) ? QPainter::CompositionMode_SourceOver : found->mode;
 }
 
 struct State {
@@ -572,51 +526,6 @@ void Player::extendedTextOut(const ByteSpan& p) {
     drawText(pointAt(p, 0), text, widths);
     state_.clip = before;
     applyClip();
-}
-
-struct Letter {
-    QString text;
-    std::size_t at; // of its first byte
-};
-
-// Letters of one byte or, in the pages of East Asia, two.
-std::vector<Letter> lettersOf(std::span<const std::uint8_t> bytes, int codePage) {
-    std::vector<Letter> letters;
-    for (std::size_t at = 0; at < bytes.size();) {
-        const std::size_t pair = std::min<std::size_t>(2, bytes.size() - at);
-        Text text = decode(bytes.subspan(at, pair), codePage);
-        std::size_t length = pair;
-        if (text.size() >= pair) { // each byte was a letter
-            length = 1;
-            text = decode(bytes.subspan(at, 1), codePage);
-        }
-        letters.push_back({QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())), at});
-        at += length;
-    }
-    return letters;
-}
-
-QFont fontOnPainter(const MetafileFont& font, double scaleX, double scaleY) {
-    constexpr double unset = 12, tallest = 2000;
-    QFont made = fontOf(font.face);
-    const double height = font.height == 0 ? unset : std::min(std::abs(font.height * scaleY), tallest);
-    const auto setHeight = [&](double pixels) {
-        made.setPixelSize(std::max(1, static_cast<int>(pixels + 0.5)));
-    };
-    setHeight(height);
-    if (font.height > 0) { // of the line
-        const double line = QFontMetricsF(made).height();
-        setHeight(line > 0 ? height * height / line : height);
-    }
-    if (font.averageWidth != 0) {
-        const double natural = QFontMetricsF(made).averageCharWidth();
-        const double wanted = std::abs(font.averageWidth * scaleX);
-        constexpr double narrowest = 50, widest = 200;
-        made.setStretch(
-            static_cast<int>(std::clamp(100 * wanted / std::max(natural, 0.1), narrowest, widest)));
-    }
-    made.setStrikeOut(font.struckOut);
-    return made;
 }
 
 void Player::drawText(QPointF at, std::span<const std::uint8_t> bytes, const ByteSpan& widths) {
