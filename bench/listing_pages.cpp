@@ -41,8 +41,8 @@ constexpr const char16_t* body[] = {
     u"    On Error GoTo Err_Label",
     u"    Do Until rs.EOF",
     u"        If IsNull(rs!受注日) Or rs!数量 <= 0 Then",
-    u"            MsgBox \"受注明細の登録に失敗しました。受注番号を確認して下さい。\" & vbCrLf & "
-    u"Err.Description, vbCritical",
+    (u"            MsgBox \"受注明細の登録に失敗しました。受注番号を確認して下さい。\" & vbCrLf & "
+     u"Err.Description, vbCritical"),
     u"            Exit Do",
     u"        End If",
     u"        lngCount = lngCount + 1",
