@@ -40,7 +40,7 @@ constexpr int exitDone = 0, exitFailed = 1, exitWrongUsage = 2;
 struct CommandLine {
     std::optional<std::filesystem::path> programFolder;
     std::vector<LinkMapping> links;
-    Text analysisFile; // as the logic reads it: empty, or an absolute path in double quotes
+    Text file; // as the logic reads it: empty, or an absolute path in double quotes
 };
 
 Text sentence(const MappingFault& fault) {
@@ -100,7 +100,8 @@ std::optional<CommandLine> readCommandLine(const QApplication& application) {
     parser.addOption(map);
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("a saved analysis file"),
+    parser.addPositionalArgument(QStringLiteral("file"),
+                                 QStringLiteral("a database or a saved analysis file"),
                                  QStringLiteral("[FILE]"));
     parser.process(application);
     if (parser.positionalArguments().size() > 1) {
@@ -122,7 +123,7 @@ std::optional<CommandLine> readCommandLine(const QApplication& application) {
     }
     if (!parser.positionalArguments().isEmpty()) {
         const QFileInfo file(parser.positionalArguments().constFirst());
-        line.analysisFile = u"\"" + qt::fromQtPath(file.absoluteFilePath()) + u"\"";
+        line.file = u"\"" + qt::fromQtPath(file.absoluteFilePath()) + u"\"";
     }
     return line;
 }
@@ -184,7 +185,7 @@ int run(QApplication& application, const CommandLine& line) {
     if (lock.isHeld()) {
         instance.listen([&window] { window.comeForward(); });
     }
-    events.fire([&] { desk.start(line.analysisFile); });
+    events.fire([&] { desk.start(line.file); });
     if (!lock.isHeld()) {
         instance.askFirstToShow(); // behind the box that tells of it
     }

@@ -9,6 +9,7 @@
 #include "code/procedure_list.h"
 #include "code/step_counts.h"
 #include "core/basic_info.h"
+#include "core/file_name_parts.h"
 #include "core/panel_events.h"
 #include "core/program_end.h"
 #include "core/shut_down.h"
@@ -95,12 +96,26 @@ void Desk::wire() {
     form.cmdSave.Click = [this] { cmdSave_Click(context); };
 }
 
+namespace {
+
+// By its name: a database is selected as by a drop, everything else is taken for an analysis file.
+void openGivenFile(AnalysisContext& context, const Text& quotedPath) {
+    const Text path = quotedPath.size() < 2 ? Text() : quotedPath.substr(1, quotedPath.size() - 2);
+    if (isDatabaseFile(path)) {
+        selectFile(context, path);
+    } else {
+        openSavedFile(context, quotedPath);
+    }
+}
+
+} // namespace
+
 bool Desk::start(const Text& commandLine) {
     return dispatch([&] {
         Form_Load(context,
                   {.appPath = options_.appPath,
                    .commandLine = commandLine,
-                   .openSavedFile = [this](const Text& quotedPath) { openSavedFile(context, quotedPath); }});
+                   .openSavedFile = [this](const Text& quotedPath) { openGivenFile(context, quotedPath); }});
     });
 }
 

@@ -55,8 +55,8 @@ public:
         return {&frmRelvane, &frmSetUp, &frmSien, &frmAbout, &frmBatch, &frmOut, &frmCapture};
     }
 
-    // Start-up with the command line behind the program's name: empty, or the quoted path of an analysis file.
-    // Shows the main window. Returns false when the program ended, as dispatch does.
+    // Start-up with the command line behind the program's name: empty, or the quoted path of an analysis file, or of a
+    // database, which is then selected. Shows the main window. Returns false when the program ended, as dispatch does.
     bool start(const Text& commandLine);
 
     // Runs an event: the boundary at which an end of the program arrives. A run-time error that no command handled

@@ -223,6 +223,22 @@ TEST(RealTarget, FileThatIsCutOffIsSelectedOrRefusedAsDamaged) {
     }
 }
 
+// Given to the program when it starts, as a desktop does with the file that a person opened.
+TEST(RealTarget, DatabaseOnTheCommandLineIsSelected) {
+    const std::string before = test::bytesOf(test::ownSample("juchu2000.mdb"));
+    RealProgram program;
+    const Text path = textOfNativePath(test::ownSample("juchu2000.mdb").string());
+    EXPECT_TRUE(program.desk->start(u"\"" + path + u"\""));
+    EXPECT_EQ(program.form().lblDBName.Caption.get(), path);
+    EXPECT_TRUE(program.form().cmdObject.Enabled);
+    EXPECT_EQ(test::bytesOf(test::ownSample("juchu2000.mdb")), before);
+    RealProgram refused;
+    EXPECT_TRUE(
+        refused.desk->start(u"\"" + textOfNativePath((refused.folder / "none.accdb").string()) + u"\""));
+    EXPECT_TRUE(refused.dialogs.lastText().starts_with(u"場所:選択ｴﾗｰNo:3"))
+        << toUtf8(refused.dialogs.lastText());
+}
+
 TEST(RealTarget, DamagedWorkDatabaseIsReportedAtTheSelection) {
     RealProgram program;
     std::ofstream(program.folder / "Relvane.mdb") << "damaged";
