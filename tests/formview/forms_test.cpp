@@ -141,6 +141,22 @@ TEST(FormViews, ControlsThatNameEachOtherInACircleAreBlank) {
     EXPECT_EQ(inkIn(picture, {22, 22, 96, 16}), 0);
 }
 
+// Each step of the way round would be ten ways.
+TEST(FormViews, ControlsThatNameEachOtherManyTimesOverComeToAnEnd) {
+    const auto sumOf = [](const std::string& name) {
+        std::string sum = "=[" + name + "]";
+        for (int i = 0; i < 9; ++i) {
+            sum += "+[" + name + "]";
+        }
+        return sum;
+    };
+    const Picture picture =
+        drawn("  TextBox 甲 at 300 300 size 1500 300 ControlSource \"" + sumOf("乙") +
+                  "\"\n  TextBox 乙 at 300 900 size 1500 300 ControlSource \"" + sumOf("甲") + "\"",
+              "  set RecordSource 客");
+    EXPECT_EQ(inkIn(picture, {22, 22, 96, 16}), 0);
+}
+
 TEST(FormViews, TotalsAreMadeOfAllRecordsAlsoOfASingleForm) {
     const auto ink = [](std::string_view source) {
         return inkIn(drawn("  TextBox 欄 at 300 300 size 1800 300 TextAlign 1 ControlSource \"" +

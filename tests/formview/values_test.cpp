@@ -251,6 +251,20 @@ TEST_F(RecordSources, WhatNeedsAQueryEngineIsNotUnderstood) {
     EXPECT_THAT(column(u""), ElementsAre(u"?"));
 }
 
+// Each draws on the one below twice, so that the last would read its table 32,768 times.
+TEST(RecordSourceLimits, QueriesThatDoubleEachOtherAreNotUnderstoodBeyondAHundredSources) {
+    std::string description = "database\ntable T\n  column A long\n";
+    for (int level = 1; level <= 15; ++level) {
+        const std::string below = level == 1 ? "T" : "Q" + std::to_string(level - 1);
+        description += "query Q" + std::to_string(level) + " select\n  from " + below + " X\n  from " +
+                       below + " Y\n  join inner X Y \"X.A = Y.A\"\n  field X.A\n";
+    }
+    test::DrawnTarget target(description);
+    const RecordSource source(target.database());
+    EXPECT_TRUE(source.records(u"Q2", {.rows = 10}));
+    EXPECT_FALSE(source.records(u"Q15", {.rows = 10}));
+}
+
 TEST_F(RecordSources, FormsAreFoundBelowTheQueriesToo) {
     const RecordSource source(target_.database());
     EXPECT_THAT(source.formsNamedBy(u"間接"), ElementsAre(u"主画面"));

@@ -37,9 +37,21 @@ Value defaultValue(const DesignObject& control) {
     return standsAlone ? valueOf(*expression, {}) : Value(Null{});
 }
 
+bool mayCompute(const RecordInHand& record, std::size_t values) {
+    if (record.valuesLeft == nullptr) {
+        return true;
+    }
+    *record.valuesLeft -= static_cast<std::int64_t>(values);
+    return *record.valuesLeft >= 0;
+}
+
 // A name is that of a field, or else of a control beside this one.
 Value namedValue(const DesignObject& control, const RecordInHand& record, const FieldName& name) {
-    constexpr int mostSteps = 16; // controls may name each other in a circle
+    constexpr int mostSteps = 16;     // controls may name each other in a circle
+    constexpr std::size_t cost = 100; // the control is looked for, and its expression read
+    if (!mayCompute(record, cost)) {
+        return Null{};
+    }
     if (name.inSubform) {
         return record.ofSubform ? record.ofSubform(name) : Value(Null{});
     }
@@ -63,6 +75,9 @@ Scope scopeOf(const DesignObject& control, const RecordInHand& record) {
     if (record.all != nullptr) {
         scope.inAllRecords = [&record](const Expression& operand) {
             std::vector<Value> values;
+            if (!mayCompute(record, record.all->rows.size() * operand.size())) {
+                return values;
+            }
             Scope ofRow;
             std::size_t row = 0;
             ofRow.field = [&](const FieldName& name) { return record.all->value(row, name); };

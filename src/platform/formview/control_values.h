@@ -14,6 +14,7 @@ struct RecordInHand {
     const Records* all = nullptr;                       // what totals are made of
     std::function<Value(const FieldName&)> ofSubform{}; // the value of a control in a subform
     int steps = 0;                                      // by controls that name controls
+    std::int64_t* valuesLeft = nullptr; // how many values may still be computed; as many as it takes
 
     bool isNew() const { return records != nullptr && row >= records->rows.size(); }
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <numeric>
 
 #include "platform/runtime_error.h"
 
@@ -310,6 +311,11 @@ std::vector<FieldName> Expression::fields() const {
         all.insert(all.end(), more.begin(), more.end());
     }
     return all;
+}
+
+std::size_t Expression::size() const {
+    return std::accumulate(operands.begin(), operands.end(), std::size_t{1},
+                           [](std::size_t sum, const Expression& operand) { return sum + operand.size(); });
 }
 
 Value valueOf(const Expression& expression, const Scope& scope) {

@@ -28,6 +28,7 @@ struct Expression {
     bool isConstant() const { return !field && function == nullptr; }
     bool hasTotal() const; // Sum and its kin, at any depth
     std::vector<FieldName> fields() const;
+    std::size_t size() const; // of all its parts
 };
 
 // Where an expression finds its values. Null stands for what is not there.

@@ -174,8 +174,13 @@ std::size_t FormPane::shownRows() const {
 }
 
 RecordInHand FormPane::record(std::size_t row) const {
-    return {records_ ? &*records_ : nullptr, row, isBound_, all_ ? &*all_ : nullptr,
-            [this, row](const FieldName& name) { return subformValue(name, row); }};
+    return {records_ ? &*records_ : nullptr,
+            row,
+            isBound_,
+            all_ ? &*all_ : nullptr,
+            [this, row](const FieldName& name) { return subformValue(name, row); },
+            0,
+            &target_.valuesLeft};
 }
 
 Value FormPane::subformValue(const FieldName& name, std::size_t row) const {

@@ -16,7 +16,8 @@ FormShape shapeOf(const access::Design& design);
 // Access 97 opens a form within a form within a form; a chain of more, a circle as well, ends there.
 constexpr int deepestSubform = 2;
 
-constexpr int mostSubforms = 200; // in one picture
+constexpr int mostSubforms = 200;               // in one picture
+constexpr std::int64_t mostValues = 50'000'000; // computed for one picture: a few seconds
 
 // A form and the records that it stands on.
 class FormPane {

@@ -18,6 +18,8 @@ public:
 
     // How many subforms one picture may still show: each may hold others, so that a few forms could go on for hours.
     int subformsLeft = 0;
+    // How many values it may still compute: controls name each other, and totals go over all records for each row.
+    std::int64_t valuesLeft = 0;
 
     const RecordSource& records() const { return records_; }
     // All rows behind a combo or list box, read once; nullptr when they cannot be had.

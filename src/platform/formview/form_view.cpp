@@ -60,6 +60,7 @@ Picture FormView::draw(const Text& form, const FormViewOptions& options) {
         pane.emplace(*target_, *design);
     }
     target_->subformsLeft = mostSubforms;
+    target_->valuesLeft = mostValues;
     const WindowFrame frame = frameOf(design->root(), form, options.design);
     const QMargins margins = options.wholeWindow ? frame.margins() : QMargins();
     const QSize client = saneSize(pane ? pane->naturalSize() : designerSize(*design));

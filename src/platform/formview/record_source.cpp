@@ -36,6 +36,12 @@ struct Relation {
     }
 };
 
+// A wide relation has fewer rows, so that its values fit into memory.
+std::size_t mostRowsOf(const Relation& relation) {
+    constexpr std::size_t mostValues = 5'000'000;
+    return std::min(mostRows, mostValues / std::max<std::size_t>(relation.fields.size(), 1));
+}
+
 using Row = std::vector<Value>;
 using Group = std::vector<const Row*>;
 
@@ -97,10 +103,10 @@ public:
     // Each step gives nothing when it is beyond what is understood; errors of the database pass through.
     std::optional<Relation> named(const Text& name, const Text& knownAs, int depth) {
         if (dao::TableDef* table = database_.TableDefs().find(name)) {
-            return tableRows(*table, knownAs);
+            return --sourcesLeft_ < 0 ? std::nullopt : tableRows(*table, knownAs);
         }
         dao::QueryDef* query = database_.QueryDefs().find(name);
-        if (query == nullptr || depth > deepestQuery) {
+        if (query == nullptr || depth > deepestQuery || --sourcesLeft_ < 0) {
             return std::nullopt;
         }
         auto relation = statement(query->SQL(), depth + 1);
@@ -251,7 +257,8 @@ private:
             ++position;
         }
         const auto cursor = database_.OpenRecordset(table.Name());
-        for (std::int64_t number = 0; !cursor->EOF_() && relation.rows.size() < mostRows; ++number) {
+        for (std::int64_t number = 0; !cursor->EOF_() && relation.rows.size() < mostRowsOf(relation);
+             ++number) {
             std::vector<Value>& row = relation.rows.emplace_back(relation.fields.size());
             for (std::size_t i = 0; i < row.size(); ++i) {
                 if (!positions[i]) {
@@ -326,31 +333,34 @@ private:
 
     static Relation joined(const Relation& outer, const Relation& inner,
                            const std::vector<std::pair<std::size_t, std::size_t>>& places, bool keepsOuter) {
-        std::multimap<Value, std::size_t, ValueOrder> byKey; // rows of inner by the first pair
+        const auto keyOf = [&](const Row& row, auto side) {
+            Row key;
+            for (const auto& pair : places) {
+                key.push_back(row[pair.*side]);
+            }
+            return key;
+        };
+        using Pair = std::pair<std::size_t, std::size_t>;
+        std::multimap<Row, std::size_t, RowOrder> byKey; // rows of inner
         for (std::size_t i = 0; i < inner.rows.size(); ++i) {
-            byKey.emplace(inner.rows[i][places.front().second], i);
+            byKey.emplace(keyOf(inner.rows[i], &Pair::second), i);
         }
         Relation result;
         result.fields = outer.fields;
         result.fields.insert(result.fields.end(), inner.fields.begin(), inner.fields.end());
         result.longFields = outer.longFields;
         result.longFields.insert(result.longFields.end(), inner.longFields.begin(), inner.longFields.end());
+        const std::size_t most = mostRowsOf(result);
         for (const auto& row : outer.rows) {
-            bool matched = false;
-            const auto [from, to] = byKey.equal_range(row[places.front().first]);
-            for (auto match = from; match != to && result.rows.size() < mostRows; ++match) {
+            const Row key = keyOf(row, &Pair::first);
+            const bool canMatch = std::ranges::none_of(key, isNull);
+            const auto [from, to] = canMatch ? byKey.equal_range(key) : std::pair(byKey.end(), byKey.end());
+            for (auto match = from; match != to && result.rows.size() < most; ++match) {
                 const auto& other = inner.rows[match->second];
-                const bool equal = std::ranges::all_of(places, [&](const auto& pair) {
-                    return !isNull(row[pair.first]) &&
-                           compareValues(row[pair.first], other[pair.second]) == 0;
-                });
-                if (equal) {
-                    matched = true;
-                    auto& both = result.rows.emplace_back(row);
-                    both.insert(both.end(), other.begin(), other.end());
-                }
+                auto& both = result.rows.emplace_back(row);
+                both.insert(both.end(), other.begin(), other.end());
             }
-            if (!matched && keepsOuter && result.rows.size() < mostRows) {
+            if (from == to && keepsOuter && result.rows.size() < most) {
                 result.rows.emplace_back(row).resize(result.fields.size());
             }
         }
@@ -390,6 +400,7 @@ private:
                 return column.value ? valueOf(*column.value, scopeOf(from, row)) : Value(Null{});
             });
         }
+        from.rows.resize(std::min(from.rows.size(), mostRowsOf(result)));
         result.rows.reserve(from.rows.size());
         for (const auto& row : from.rows) {
             auto& made = result.rows.emplace_back();
@@ -438,6 +449,7 @@ private:
             result.fields.push_back({{}, isNull(heading) ? Text(u"<>") : toText(heading), textType});
         }
         result.longFields.resize(result.fields.size());
+        ordered.resize(std::min(ordered.size(), mostRowsOf(result)));
         for (const auto& [keys, group] : ordered) {
             Row& made = result.rows.emplace_back();
             for (const SelectedColumn& column : selection.columns) {
@@ -510,6 +522,8 @@ private:
         });
     }
 
+    // Queries may draw on each other twice over, level by level.
+    int sourcesLeft_ = 100;
     dao::Database& database_;
     std::optional<std::set<Text>> names_; // of the fields that somebody asks for, in capitals; without it all
 };
